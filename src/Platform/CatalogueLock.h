@@ -1,0 +1,28 @@
+// Keeps the catalogue to one writer at a time.
+#pragma once
+
+#include <QString>
+
+#include <tl/expected.hpp>
+
+namespace wrapio {
+
+/// Another process holds the catalogue.
+struct CatalogueBusy {
+    QString reason;
+    [[nodiscard]] const QString& description() const { return reason; }
+};
+
+/// Every process takes it before it loads a catalogue that it may change, and holds it until it ends.
+class CatalogueLock {
+public:
+    CatalogueLock() = default;
+    virtual ~CatalogueLock() = default;
+    CatalogueLock(const CatalogueLock&) = delete;
+    CatalogueLock& operator=(const CatalogueLock&) = delete;
+
+    /// Waits up to `seconds` for the lock. It is given back when this goes away or the process ends, however it ends.
+    [[nodiscard]] virtual tl::expected<void, CatalogueBusy> acquire(double seconds) = 0;
+};
+
+}  // namespace wrapio

@@ -1,0 +1,66 @@
+// Turns an image into an icon file.
+#pragma once
+
+#include "Platform/AnyError.h"
+#include "Platform/FileSystem.h"
+#include "Platform/ToolRunner.h"
+#include "Utilities/SharedInstance.h"
+
+#include <QByteArray>
+#include <QImage>
+
+#include <optional>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include <tl/expected.hpp>
+
+namespace wrapio {
+
+class IconServiceError {
+public:
+    struct IconutilFailed {
+        QString text;
+        bool operator==(const IconutilFailed&) const = default;
+    };
+    struct InvalidImageData {
+        bool operator==(const InvalidImageData&) const = default;
+    };
+    struct ImageResizingFailed {
+        bool operator==(const ImageResizingFailed&) const = default;
+    };
+    using Case = std::variant<IconutilFailed, InvalidImageData, ImageResizingFailed>;
+
+    static IconServiceError iconutilFailed(const QString& text) { return IconServiceError(IconutilFailed{text}); }
+    static IconServiceError invalidImageData() { return IconServiceError(InvalidImageData{}); }
+    static IconServiceError imageResizingFailed() { return IconServiceError(ImageResizingFailed{}); }
+
+    [[nodiscard]] const Case& value() const { return m_value; }
+    [[nodiscard]] QString description() const;
+    bool operator==(const IconServiceError&) const = default;
+
+private:
+    explicit IconServiceError(Case value) : m_value(std::move(value)) {}
+    Case m_value;
+};
+
+/// Calls with different working directories may run at the same time.
+class IconService : public SharedInstance<IconService> {
+public:
+    IconService(ToolRunner& tools, FileSystem& files) : m_tools(tools), m_files(files) {}
+
+    /// Writes `workingDirectory`/AppIcon.icns, over an older one, and answers its path. Fails with an
+    /// IconServiceError, a FileError or a LaunchError.
+    [[nodiscard]] tl::expected<QString, AnyError> convertPngToIcns(const QByteArray& pngData,
+                                                                   const QString& workingDirectory);
+
+private:
+    /// Point size and scale of each picture of an icon set.
+    std::vector<std::pair<int, int>> iconSizes = {{16, 1},  {16, 2},  {32, 1},  {32, 2},  {128, 1},
+                                                  {128, 2}, {256, 1}, {256, 2}, {512, 1}, {512, 2}};
+    ToolRunner& m_tools;
+    FileSystem& m_files;
+};
+
+}  // namespace wrapio
