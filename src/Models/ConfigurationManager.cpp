@@ -161,13 +161,7 @@ void ConfigurationManager::removeApp(const QUuid& id) {
     const auto record = find(id);
     if (!record)
         return;
-    const QString bundleURL = getBundleURL(*record);
-    if (m_files.exists(bundleURL))
-        static_cast<void>(m_launchServices.unregisterApp(bundleURL));  // reports its failure itself
-    if (m_files.exists(bundleURL)) {
-        if (const auto removed = m_files.remove(bundleURL); !removed)
-            printDiagnostics(u"❌ [ConfigurationManager] Failed to delete bundle: "_s + removed.error().description());
-    }
+    removeBundle(*record);
     m_previews.delete_(id);
     std::vector<AppConfiguration> records = configurations();
     std::erase_if(records, [&id](const AppConfiguration& other) { return other.id == id; });
@@ -176,6 +170,16 @@ void ConfigurationManager::removeApp(const QUuid& id) {
     if (selectedAppId() == id)
         m_selectedAppId.set(first);
     save();
+}
+
+void ConfigurationManager::removeBundle(const AppConfiguration& config) {
+    const QString bundleURL = getBundleURL(config);
+    if (m_files.exists(bundleURL))
+        static_cast<void>(m_launchServices.unregisterApp(bundleURL));  // reports its failure itself
+    if (m_files.exists(bundleURL)) {
+        if (const auto removed = m_files.remove(bundleURL); !removed)
+            printDiagnostics(u"❌ [ConfigurationManager] Failed to delete bundle: "_s + removed.error().description());
+    }
 }
 
 void ConfigurationManager::moveApp(std::ptrdiff_t fromIndex, std::ptrdiff_t toIndex) {

@@ -49,6 +49,8 @@ public:
     void updateConfiguration(AppConfiguration config);
     /// Removes a record, its bundle, its registration and its preview. Its saved icon and site data stay.
     void removeApp(const QUuid& id);
+    /// Takes a record's bundle and its registration away; the record stays. A bundle that cannot be deleted is reported.
+    void removeBundle(const AppConfiguration& config);
     /// Moves a record to another place; both indices count from 0. Indices that do not exist are ignored.
     void moveApp(std::ptrdiff_t fromIndex, std::ptrdiff_t toIndex);
     /// Selects a record; an unknown id is ignored.

@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace wrapio {
 
 /// Keeps no state: the version is read on every request.
@@ -15,6 +17,12 @@ public:
 
     /// The version of the template among the program's resources; "1.0.0" when there is none to be read.
     [[nodiscard]] QString runnerTemplateVersion() const;
+
+    /// True when an app that the template `runnerVersion` made would be made anew by now; of an app whose template is
+    /// not known that is assumed.
+    [[nodiscard]] bool isOutdated(const std::optional<QString>& runnerVersion) const {
+        return !runnerVersion || isVersion(runnerTemplateVersion(), *runnerVersion);
+    }
 
     /// True when `version` is strictly newer than `other`, compared number by number.
     [[nodiscard]] static bool isVersion(const QString& version, const QString& other);

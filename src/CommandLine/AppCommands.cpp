@@ -1,0 +1,154 @@
+// Commands that make an app or change one.
+#include "CommandLine/AppOptionsReading.h"
+#include "CommandLine/CommandTask.h"
+
+#include <algorithm>
+
+namespace wrapio {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// An app on its way into the catalogue.
+struct Draft {
+    AppConfiguration config;
+    std::optional<QImage> icon;
+};
+
+void hintAtSharedBundle(const Task& task, const Catalogue& catalogue, const AppConfiguration& config) {
+    const auto& apps = catalogue.store.configurations();
+    const bool shared = std::any_of(apps.begin(), apps.end(), [&config](const AppConfiguration& other) {
+        return other.id != config.id && other.displayName() == config.displayName();
+    });
+    if (shared)
+        task->console.note(u"wrapio: note: another app is called %1 too; both share one bundle"_s.arg(
+            printable(config.displayName())));
+}
+
+/// Takes back what of a new app has been stored, so that a failed command leaves nothing behind.
+void takeBack(const Task& task, const Catalogue& catalogue, const AppConfiguration& config) {
+    catalogue.store.removeApp(config.id);
+    task->services.favicons.deleteSavedIcon(config.id);
+}
+
+void storeNewApp(const Task& task, Draft draft) {
+    const auto catalogue = openCatalogue(task);
+    if (!catalogue)
+        return;
+    ConfigurationManager& store = catalogue->store;
+    hintAtSharedBundle(task, *catalogue, draft.config);
+    if (draft.icon && task->services.favicons.saveIcon(*draft.icon, draft.config.id))
+        draft.config.iconSource = IconSource::favicon;
+    draft.config.sortOrder = static_cast<std::int64_t>(store.configurations().size());
+    draft.config.lastUpdated = task->services.scheduler.now();
+    store.appendApps({draft.config});
+    if (const auto failure = store.saveFailure()) {
+        task->services.favicons.deleteSavedIcon(draft.config.id);
+        task->fail(failure->description());
+        return;
+    }
+    store.selectApp(draft.config.id);
+    if (const auto generated = catalogue->lifecycle.generate(draft.config); !generated) {
+        takeBack(task, *catalogue, draft.config);
+        task->fail(u"could not make %1: %2"_s.arg(draft.config.displayName(), generationAdvice(generated.error())));
+        return;
+    }
+    if (const auto failure = store.saveFailure()) {
+        task->fail(failure->description());
+        return;
+    }
+    const AppConfiguration config = store.find(draft.config.id).value_or(draft.config);
+    task->answer(u"Created %1 (%2)"_s.arg(config.displayName(), catalogue->lifecycle.getBundleURL(config)), config,
+                 *catalogue);
+}
+
+/// Whether an edit leaves an old bundle behind that no other app uses.
+bool leavesOldBundle(const Catalogue& catalogue, const AppConfiguration& before, const AppConfiguration& after) {
+    const QString oldBundle = catalogue.lifecycle.getBundleURL(before);
+    if (oldBundle == catalogue.lifecycle.getBundleURL(after))
+        return false;
+    const auto& apps = catalogue.store.configurations();
+    return std::none_of(apps.begin(), apps.end(), [&](const AppConfiguration& other) {
+        return catalogue.lifecycle.getBundleURL(other) == oldBundle;
+    });
+}
+
+void storeChangedApp(const Task& task, const OpenedApp& opened, const Draft& draft, bool takeIconAway) {
+    ConfigurationManager& store = opened.catalogue.store;
+    AppConfiguration config = draft.config;
+    hintAtSharedBundle(task, opened.catalogue, config);
+    if (draft.icon && task->services.favicons.saveIcon(*draft.icon, config.id))
+        config.iconSource = IconSource::favicon;
+    if (takeIconAway) {
+        task->services.favicons.deleteSavedIcon(config.id);
+        config.iconSource = IconSource::default_;
+    }
+    store.updateConfiguration(config);
+    if (const auto failure = store.saveFailure()) {
+        task->fail(failure->description());
+        return;
+    }
+    if (const auto generated = opened.catalogue.lifecycle.generate(config); !generated) {
+        task->fail(u"the changes are saved, but the bundle of %1 could not be made: %2"_s.arg(
+            config.displayName(), generationAdvice(generated.error())));
+        return;
+    }
+    if (leavesOldBundle(opened.catalogue, opened.config, config)) {
+        opened.catalogue.lifecycle.quit(opened.config);
+        store.removeBundle(opened.config);
+    }
+    if (const auto failure = store.saveFailure()) {
+        task->fail(failure->description());
+        return;
+    }
+    const AppConfiguration saved = store.find(config.id).value_or(config);
+    task->answer(u"Changed %1"_s.arg(saved.displayName()), saved, opened.catalogue);
+}
+
+}  // namespace
+
+void createApp(const Task& task, const CreateCommand& command) {
+    const auto config = applied(command.options, AppConfiguration(), task->services.files, task->console);
+    if (!config) {
+        task->fail(config.error().message);
+        return;
+    }
+    const auto icon = iconOf(command.options, task->services.files, task->console);
+    if (!icon) {
+        task->fail(icon.error().message);
+        return;
+    }
+    const Draft draft{*config, *icon};
+    if (draft.icon || command.options.noIcon) {
+        storeNewApp(task, draft);
+        return;
+    }
+    task->console.progress(u"Looking for the icon of "_s + printable(config->displayName()));
+    task->services.favicons.fetchFavicon(*config->configuredURL, [task, draft](const std::optional<QImage>& fetched) {
+        Draft complete = draft;
+        complete.icon = fetched;
+        if (!fetched && draft.config.isDevMode)
+            complete.icon = task->services.resources.image(u"template-dev-server"_s);
+        storeNewApp(task, complete);
+    });
+}
+
+void editApp(const Task& task, const EditCommand& command) {
+    const auto opened = openApp(task, command.app, true);
+    if (!opened)
+        return;
+    const auto config = applied(command.options, opened->config, task->services.files, task->console);
+    if (!config) {
+        task->fail(config.error().message);
+        return;
+    }
+    const auto icon = iconOf(command.options, task->services.files, task->console);
+    if (!icon) {
+        task->fail(icon.error().message);
+        return;
+    }
+    storeChangedApp(task, *opened, Draft{*config, *icon}, command.options.noIcon);
+}
+
+}  // namespace wrapio

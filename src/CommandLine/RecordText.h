@@ -1,0 +1,24 @@
+// How the command line shows a record.
+#pragma once
+
+#include "CommandLine/CommandServices.h"
+#include "Models/ConfigurationCoding.h"
+
+namespace wrapio {
+
+/// The catalogue's JSON form of the record, and displayName, bundleIdentifier, bundlePath, isRunning and isOutdated.
+[[nodiscard]] Json recordJson(const AppConfiguration& config, const Catalogue& catalogue,
+                              const VersionManager& versions);
+
+/// The same for people, a line for each value that is set.
+[[nodiscard]] QString recordText(const AppConfiguration& config, const Catalogue& catalogue,
+                                 const VersionManager& versions);
+
+/// All of `apps` as a table.
+[[nodiscard]] QString tableText(const std::vector<AppConfiguration>& apps, const Catalogue& catalogue,
+                                const VersionManager& versions);
+
+/// `text` fit to be one line of a terminal: control characters are left out.
+[[nodiscard]] QString printable(const QString& text);
+
+}  // namespace wrapio
