@@ -98,6 +98,9 @@ public:
     /// Takes the registrations of those away.
     void cleanupOrphanedRegistrations(const std::vector<AppConfiguration>& configurations);
 
+    const QString lsregisterPath = QStringLiteral("/System/Library/Frameworks/CoreServices.framework/Frameworks/"
+                                                  "LaunchServices.framework/Support/lsregister");
+
 private:
     [[nodiscard]] tl::expected<void, AnyError> executeLSRegisterAsync(const QStringList& arguments);
     [[nodiscard]] FileResult<QString> getAppsDirectory();
