@@ -70,6 +70,14 @@ struct CodeSigningError {
     bool operator==(const CodeSigningError&) const = default;
 };
 
+/// A value that has no form in the file into which it belongs.
+struct SerializationError {
+    QString reason;
+
+    [[nodiscard]] const QString& description() const { return reason; }
+    bool operator==(const SerializationError&) const = default;
+};
+
 /// Keeps no state between calls. Two generations into one destination at once are not guarded against.
 class BundleGenerator {
 public:
@@ -78,7 +86,7 @@ public:
 
     /// Makes the bundle of `app` in the folder `directory`, over one that is there, and answers its path. Blocks until
     /// it is copied, personalised, signed and registered. Fails with a GeneratorError, CodeSigningError,
-    /// IconServiceError, FileError or LaunchError; a half-made bundle is removed then.
+    /// SerializationError, IconServiceError, FileError or LaunchError; a half-made bundle is removed then.
     [[nodiscard]] tl::expected<QString, AnyError> generate(const AppConfiguration& app, const QString& directory);
 
 private:

@@ -41,7 +41,7 @@ private:
     struct Search;
     void downloadImage(const QString& url, Completion completion);
     void tryNext(const std::shared_ptr<Search>& search);
-    [[nodiscard]] std::optional<QString> getIconPath(const QUuid& id);
+    [[nodiscard]] std::optional<QString> getIconPath(const QUuid& id) const;
 
     HttpClient& m_http;
     FileSystem& m_files;

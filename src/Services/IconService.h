@@ -56,6 +56,11 @@ public:
                                                                    const QString& workingDirectory);
 
 private:
+    [[nodiscard]] tl::expected<void, AnyError> writeIconset(const QImage& image, const QString& iconset);
+    /// Moves the tool's result to its place and removes the scratch folder.
+    [[nodiscard]] tl::expected<QString, AnyError> takeResult(const QString& scratch, const QString& made,
+                                                             const QString& target);
+
     /// Point size and scale of each picture of an icon set.
     std::vector<std::pair<int, int>> iconSizes = {{16, 1},  {16, 2},  {32, 1},  {32, 2},  {128, 1},
                                                   {128, 2}, {256, 1}, {256, 2}, {512, 1}, {512, 2}};
