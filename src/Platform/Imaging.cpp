@@ -2,6 +2,7 @@
 
 #include "Platform/DrawingGuard.h"
 #include "Platform/ImageContainers.h"
+#include "Platform/PngEncoder.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -168,11 +169,7 @@ std::optional<QImage> decodeImage(const QByteArray& bytes) {
 }
 
 std::optional<QByteArray> encodePng(const QImage& image) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    if (image.isNull() || !image.save(&buffer, "PNG"))
-        return std::nullopt;
-    return bytes;
+    return encodePngFast(image);
 }
 
 std::optional<QByteArray> encodeJpeg(const QImage& image, double quality) {

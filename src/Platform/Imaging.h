@@ -18,7 +18,8 @@ inline constexpr qint64 largestImagePixels = 64LL * 1024 * 1024;
 /// cut off, are beyond the limits, or are a drawing that refers to anything outside itself. Any thread.
 [[nodiscard]] std::optional<QImage> decodeImage(const QByteArray& bytes);
 
-/// PNG bytes of an image, in 8 bits per sample; nothing for a null image. Any thread.
+/// PNG bytes of an image in 8 bits per sample, with an alpha channel if the image's format has one. Nothing for a null
+/// image or when memory is short. Any thread.
 [[nodiscard]] std::optional<QByteArray> encodePng(const QImage& image);
 
 /// JPEG bytes of an image at a `quality` from 0 to 1, on white where it is transparent. Nothing for a null image or one

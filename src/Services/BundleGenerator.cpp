@@ -6,7 +6,7 @@
 #include "Platform/PropertyList.h"
 #include "Services/ToolOutput.h"
 #include "Utilities/ApplicationIdentity.h"
-#include "Utilities/StringSanitizer.h"
+#include "Utilities/BundleNames.h"
 
 #include <nlohmann/json.hpp>
 
@@ -95,10 +95,10 @@ BundleGenerator::BundleGenerator(ToolRunner& tools, FileSystem& files, const Res
     , m_versions(versions) {}
 
 tl::expected<QString, AnyError> BundleGenerator::generate(const AppConfiguration& app, const QString& directory) {
-    const std::string name = StringSanitizer::sanitizeForFilename(app.displayName().toStdString(), true);
+    const std::string name = generatedBundleName(app.displayName().toStdString());
     if (name.empty())
         return tl::unexpected(AnyError(GeneratorError::invalidAppName()));
-    const QString destination = directory + u'/' + QString::fromStdString(name) + u".app"_s;
+    const QString destination = directory + u'/' + QString::fromStdString(name);
     const auto runner = m_resources.path(u"WrapioRunner"_s, u"app"_s);
     if (!runner) {
         printDiagnostics(u"❌ [BundleGenerator] Template 'WrapioRunner.app' not found in bundle resources."_s);

@@ -2,7 +2,7 @@
 
 #include "Platform/Diagnostics.h"
 #include "Services/ToolOutput.h"
-#include "Utilities/StringSanitizer.h"
+#include "Utilities/BundleNames.h"
 
 #include <algorithm>
 #include <iterator>
@@ -17,9 +17,8 @@ namespace {
 constexpr qsizetype mostProblemsOfAWarning = 2;
 
 QString bundlePath(const QString& appsDirectory, const AppConfiguration& configuration) {
-    // Dots stay in this name, unlike in the name under which the generator writes.
-    const std::string name = StringSanitizer::sanitizeForFilename(configuration.displayName().toStdString(), false);
-    return appsDirectory + u'/' + QString::fromStdString(name) + u".app"_s;
+    const std::string name = cataloguedBundleName(configuration.displayName().toStdString());
+    return appsDirectory + u'/' + QString::fromStdString(name);
 }
 
 QString lastPathComponent(const QString& path) {
