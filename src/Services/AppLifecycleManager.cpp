@@ -4,7 +4,6 @@
 #include "Utilities/ApplicationIdentity.h"
 #include "Utilities/BundleNames.h"
 
-#include <QFileInfo>
 #include <QSet>
 #include <QUrl>
 
@@ -16,16 +15,6 @@ namespace {
 
 constexpr double pollInterval = 1.0;
 constexpr double pauseAfterQuit = 0.5;
-
-/// `path` as the system reports it for a process that runs from there: without links.
-QString withoutLinks(const QString& path) {
-    const QString resolved = QFileInfo(path).canonicalFilePath();
-    return resolved.isEmpty() ? path : resolved;
-}
-
-QString bundleNameOf(const AppConfiguration& config) {
-    return QString::fromStdString(launchedBundleName(config.displayName().toStdString()));
-}
 
 QString lastPathComponent(const QString& path) {
     return path.section(u'/', -1);
@@ -63,9 +52,8 @@ void AppLifecycleManager::checkRunningApps() {
     }
     Ids ids;
     if (!running.isEmpty()) {
-        const QString folder = withoutLinks(m_directories.generatedApps()) + u'/';
         for (const AppConfiguration& config : m_store.configurations()) {
-            if (running.contains(folder + bundleNameOf(config)))
+            if (running.contains(getBundleURL(config)))
                 ids.insert(config.id);
         }
     }
@@ -78,11 +66,12 @@ void AppLifecycleManager::checkRunningApps() {
 }
 
 QString AppLifecycleManager::getBundleURL(const AppConfiguration& config) const {
-    return m_directories.generatedApps() + u'/' + bundleNameOf(config);
+    return m_directories.generatedApps() + u'/' +
+           QString::fromStdString(launchedBundleName(config.displayName().toStdString()));
 }
 
 std::optional<RunningApplication> AppLifecycleManager::runningApplication(const AppConfiguration& config) const {
-    const QString bundleURL = withoutLinks(m_directories.generatedApps()) + u'/' + bundleNameOf(config);
+    const QString bundleURL = getBundleURL(config);
     for (const RunningApplication& application : m_workspace.runningApplications()) {
         if (application.bundleURL == bundleURL)
             return application;

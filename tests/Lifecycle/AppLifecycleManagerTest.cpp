@@ -299,18 +299,4 @@ TEST_F(AppLifecycleManagerTest, passes_on_a_generation_that_fails_on_the_way_to_
     EXPECT_TRUE(workspace.log.isEmpty());
 }
 
-TEST_F(AppLifecycleManagerTest, finds_running_apps_through_links_in_the_home_folder) {
-    const QString real = home.filePath(u"real"_s);
-    QDir().mkpath(real + u"/Applications/Wrapio Apps"_s);
-    const QString linked = home.filePath(u"linked"_s);
-    ASSERT_TRUE(QFile::link(real, linked));
-    directories.home = linked;
-    storeList({record(u"Mail"_s)});
-    makeStore();
-    workspace.start(real + u"/Applications/Wrapio Apps/Mail.app"_s);
-    makeLifecycle();
-    scheduler.runPending();
-    EXPECT_EQ(lifecycle->runningAppIds().size(), 1U);
-}
-
 }  // namespace wrapio
