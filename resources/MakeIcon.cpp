@@ -1,4 +1,5 @@
 // Draws a picture as an icon file: wrapio-make-icon PICTURE FOLDER writes FOLDER/AppIcon.icns.
+#include "Platform/Darwin/ProcessToolRunner.h"
 #include "Platform/Imaging.h"
 #include "Platform/Linux/DesktopRegistration.h"
 #include "Platform/Linux/LinuxFileSystem.h"
@@ -25,7 +26,8 @@ tl::expected<QString, AnyError> makeIcon(const QString& picture, const QString& 
         return tl::unexpected(AnyError(IconServiceError::invalidImageData()));
     if (const auto created = files.createDirectories(folder); !created)
         return tl::unexpected(AnyError(created.error()));
-    DesktopRegistration registration(QString{}, std::nullopt);  // nothing is registered here
+    ProcessToolRunner processes;
+    DesktopRegistration registration(QString{}, std::nullopt, processes);  // nothing is registered here
     LinuxToolRunner tools(registration);
     return IconService(tools, files).convertPngToIcns(*png, folder);
 }

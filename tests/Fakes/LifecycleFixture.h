@@ -11,7 +11,13 @@ namespace wrapio {
 
 class LifecycleFixture : public StoreFixture {
 protected:
-    LifecycleFixture() { makeTemplate(QStringLiteral("1.4.0")); }
+    LifecycleFixture() {
+        makeTemplate(QStringLiteral("1.4.0"));
+        tools.answer(QStringLiteral("/usr/bin/iconutil"), [this](const QStringList& arguments) {
+            EXPECT_TRUE(realFiles.write(arguments.last(), "icns"));
+            return ToolResult{};
+        });
+    }
 
     /// Writes the runner template with that version.
     void makeTemplate(const QString& version) {

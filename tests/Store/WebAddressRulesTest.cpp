@@ -64,7 +64,7 @@ TEST(WebAddressRules, accept_nothing_of_an_empty_or_blank_text_in_both_modes) {
 TEST(WebAddressRules, judge_other_schemes_as_a_whole) {
     EXPECT_EQ(normalized(u"ftp://host"_s), u"nothing"_s);
     EXPECT_EQ(normalized(u"javascript:alert(1)"_s), u"nothing"_s);
-    EXPECT_EQ(normalized(u"file:///etc/passwd"_s, true), u"nothing"_s);
+    EXPECT_EQ(normalized(u"file:///etc/passwd"_s), u"nothing"_s);
 }
 
 TEST(WebAddressRules, refuse_what_does_not_parse_or_has_no_host) {

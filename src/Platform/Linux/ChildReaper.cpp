@@ -4,7 +4,7 @@
 
 #include <QSocketNotifier>
 
-#include <sys/pidfd.h>
+#include "Platform/Linux/PidFd.h"
 #include <sys/wait.h>
 
 #include <memory>

@@ -14,7 +14,7 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
-#include <sys/pidfd.h>
+#include "Platform/Linux/PidFd.h"
 
 #include <algorithm>
 #include <csignal>

@@ -6,7 +6,7 @@
 
 #include <poll.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
+#include "Platform/Linux/PidFd.h"
 #include <sys/wait.h>
 #include <unistd.h>
 
