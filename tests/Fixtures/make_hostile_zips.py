@@ -8,7 +8,7 @@ import struct
 import sys
 import zlib
 
-FILE, LINK, DEVICE, PIPE = 0o100644, 0o120777, 0o020666, 0o010644
+FILE, LINK, DEVICE = 0o100644, 0o120777, 0o020666
 UTF8, ENCRYPTED = 0x800, 0x1
 
 
@@ -58,7 +58,6 @@ ARCHIVES = {
     "link": archive(GOOD, entry("link", b"/etc/passwd", mode=LINK)),
     "link-then-file-below": archive(GOOD, entry("link", b"/tmp", mode=LINK), entry("link/wrapio-evil")),
     "device": archive(GOOD, entry("device", b"", mode=DEVICE)),
-    "pipe": archive(GOOD, entry("pipe", b"", mode=PIPE)),
     "duplicate": archive(GOOD, entry("a"), entry("a")),
     "duplicate-but-for-case": archive(GOOD, entry("A.txt"), entry("a.txt")),
     "duplicate-folder-but-for-case": archive(GOOD, entry("D/x"), entry("d/y")),

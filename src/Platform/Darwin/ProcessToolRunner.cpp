@@ -18,7 +18,7 @@
 #include <system_error>
 #include <vector>
 
-extern char** environ;
+extern char** environ;  // NOLINT(readability-redundant-declaration): not declared by every platform
 
 namespace wrapio {
 
@@ -98,6 +98,7 @@ public:
         for (const QString& argument : arguments)
             texts.push_back(QFile::encodeName(argument));
         std::vector<char*> pointers;
+        pointers.reserve(texts.size() + 1);
         for (QByteArray& text : texts)
             pointers.push_back(text.data());
         pointers.push_back(nullptr);

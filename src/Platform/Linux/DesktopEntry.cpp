@@ -97,7 +97,6 @@ QByteArray DesktopEntry::toBytes() const {
     QStringList lines{
         u"[Desktop Entry]"_s,
         u"Type=Application"_s,
-        u"Version=1.5"_s,
         u"Name="_s + escaped(withoutControls(name)),
         u"Comment=A website as an app, made with Wrapio"_s,
         u"Exec="_s + escaped(program(executable) + u" %u"_s),

@@ -134,7 +134,7 @@ ToolOutcome<void> checkRecord(int descriptor, const QByteArray& directory, qint6
 
 }  // namespace
 
-ToolOutcome<void> checkZipDirectory(int descriptor, qint64 fileSize, const ZipLimits& limits) {
+ToolOutcome<quint64> checkZipDirectory(int descriptor, qint64 fileSize, const ZipLimits& limits) {
     const auto extent = findExtent(descriptor, fileSize);
     if (!extent)
         return damaged();
@@ -146,9 +146,11 @@ ToolOutcome<void> checkZipDirectory(int descriptor, qint64 fileSize, const ZipLi
     qint64 position = 0;
     for (quint64 i = 0; i < extent->entries; ++i) {
         if (const auto checked = checkRecord(descriptor, *directory, position); !checked)
-            return checked;
+            return tl::unexpected(checked.error());
     }
-    return position == directory->size() ? ToolOutcome<void>() : damaged();
+    if (position != directory->size())
+        return damaged();
+    return extent->entries;
 }
 
 }  // namespace wrapio

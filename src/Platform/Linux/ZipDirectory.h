@@ -7,8 +7,9 @@
 namespace wrapio {
 
 /// Looks at the names as the bytes that the archive holds: a library that unpacks them may already have cut one at a
-/// NUL. Fails when the directory is damaged, has more entries than `limits`, or an entry is encrypted, has a name that
-/// is refused, or another name in its own header. The descriptor's position does not change.
-[[nodiscard]] ToolOutcome<void> checkZipDirectory(int descriptor, qint64 fileSize, const ZipLimits& limits);
+/// NUL. Answers the number of entries. Fails when the directory is damaged or has more entries than `limits`, or when
+/// an entry is encrypted, has a name that is refused, or has another name in its own header. The descriptor's position
+/// does not change.
+[[nodiscard]] ToolOutcome<quint64> checkZipDirectory(int descriptor, qint64 fileSize, const ZipLimits& limits);
 
 }  // namespace wrapio

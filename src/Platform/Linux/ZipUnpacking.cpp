@@ -155,12 +155,14 @@ ToolOutcome<void> unpackZip(const QString& zip, const QString& folder, const Zip
     struct stat status {};
     if (::fstat(file->get(), &status) != 0)
         return toolFailure(lastError(u"read"_s, zip));
-    if (const auto checked = checkZipDirectory(file->get(), status.st_size, limits); !checked)
-        return checked;
+    const auto entries = checkZipDirectory(file->get(), status.st_size, limits);
+    if (!entries)
+        return tl::unexpected(entries.error());
     auto target = ExtractionFolder::open(folder);
     if (!target)
         return toolFailure(target.error());
-    const auto outcome = unpackInto(*target, file->get(), status.st_size, limits);
+    // libarchive takes an archive without entries for no archive.
+    const auto outcome = *entries == 0 ? ToolOutcome<void>() : unpackInto(*target, file->get(), status.st_size, limits);
     if (outcome)
         target->keep();
     return outcome;

@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace wrapio {
 
@@ -158,6 +159,7 @@ TEST_F(BundleSealTest, NamesThatNoPropertyListCanHoldAreRefused) {
     ASSERT_NE(file, nullptr);
     std::fclose(file);
     EXPECT_FALSE(BundleSeal::seal(m_bundle).has_value());
+    EXPECT_EQ(::unlink(name.constData()), 0) << "Qt would not find it to clean up";
 }
 
 }  // namespace

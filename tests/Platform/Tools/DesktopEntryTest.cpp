@@ -34,7 +34,6 @@ TEST(DesktopEntryTest, AnOrdinaryAppGivesExactlyThisFile) {
     const QByteArray bytes = mail().toBytes();
     EXPECT_EQ(bytes, R"([Desktop Entry]
 Type=Application
-Version=1.5
 Name=Mail
 Comment=A website as an app, made with Wrapio
 Exec="/home/a/Applications/Wrapio Apps/Mail.app/Contents/Linux/WrapioRunner" %u

@@ -1,6 +1,7 @@
 #include "Platform/Linux/IcnsFile.h"
 
 #include "Fakes/PrintQt.h"
+#include "Platform/Imaging.h"
 #include "Platform/Tools/ToolTestSupport.h"
 
 #include <QDir>
@@ -58,13 +59,18 @@ print(*found))"_s,
               "icp4=16 ic11=32 icp5=32 ic12=64 ic07=128 ic13=256 ic08=256 ic14=512 ic09=512 ic10=1024\n");
 }
 
-TEST_F(IcnsFileTest, AnotherReaderFindsThePictures) {
+TEST_F(IcnsFileTest, OtherReadersFindThePictures) {
     writeFile(m_scratch.path(u"a.icns"_s), container());
     ASSERT_TRUE(QDir().mkpath(m_scratch.path(u"out"_s)));
     outputOf(u"/usr/bin/icns2png"_s, {u"-x"_s, u"-o"_s, m_scratch.path(u"out"_s), m_scratch.path(u"a.icns"_s)});
     const QString files = QDir(m_scratch.path(u"out"_s)).entryList(QDir::Files).join(u' ');
-    for (const int edge : {128, 256, 512, 1024})
+    // It knows only these of the types by name.
+    for (const int edge : {256, 512, 1024})
         EXPECT_TRUE(files.contains(u"%1x%1"_s.arg(edge))) << files.toStdString();
+    EXPECT_TRUE(outputOf(u"/usr/bin/icns2png"_s, {u"-l"_s, m_scratch.path(u"a.icns"_s)}).contains("10 elements total"));
+    const auto image = decodeImage(container());
+    ASSERT_TRUE(image.has_value());
+    EXPECT_EQ(image->size(), QSize(1024, 1024));
 }
 
 TEST_F(IcnsFileTest, AMissingPictureIsNamed) {
