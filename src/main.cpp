@@ -5,10 +5,23 @@
 
 #include <array>
 #include <csignal>
+#include <cstdio>
 #include <string>
 #include <vector>
 
+namespace {
+
+/// Standard error belongs to what the program says itself; of Qt's own messages only those are worth a line that tell of
+/// the program's end. QT_DEBUG shows all of them.
+void showFatalOnly(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtCriticalMsg || type == QtFatalMsg || qEnvironmentVariableIsSet("QT_DEBUG"))
+        std::fprintf(stderr, "wrapio: %s\n", qUtf8Printable(text));
+}
+
+}  // namespace
+
 int main(int argc, char* argv[]) {
+    qInstallMessageHandler(showFatalOnly);
     // A reader that goes away early, as in "wrapio list | head -1", is no reason to die in the middle of a change.
     std::signal(SIGPIPE, SIG_IGN);
     // A command needs fonts and image formats but no display: it must run where there is none. The environment is left
