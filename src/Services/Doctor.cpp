@@ -237,7 +237,7 @@ void Doctor::findStrayRegistrations(std::vector<Leftover>& into) const {
 void Doctor::findUnfinishedWrites(std::vector<Leftover>& into) const {
     const QString& folder = m_directories.configuration;
     for (const QString& name : namesIn(m_files, folder)) {
-        if (name.contains(u".tmp-"_s))
+        if (name.startsWith(u'.') && name.endsWith(u".new"_s))
             into.push_back({LeftoverKind::unfinishedWrite, folder + u'/' + name, sizeOf(folder + u'/' + name)});
     }
 }

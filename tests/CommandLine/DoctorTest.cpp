@@ -114,7 +114,7 @@ TEST_F(DoctorTest, finds_every_kind_of_leftover_and_nothing_of_living_apps) {
     put(support + u"/notes.txt"_s);
     put(bundle(u"Stray.app/Contents/Linux/WrapioRunner"_s));
     put(bundle(u"Foreign.app/Contents/MacOS/Foreign"_s));
-    put(directories.configuration + u"/app_configurations.tmp-77-abc"_s);
+    put(directories.configuration + u"/.app_configurations.a1B2c3.new"_s);
     health.registered = {{u"com.wrapio.generated.gone-0b7c57e2"_s, u"/gone.app"_s},
                          {app.bundleIdentifier(), bundle(u"Mail.app"_s)}};
     QStringList expected = {u"saved icon "_s + support + u'/' + gone + u".png"_s,
@@ -123,7 +123,7 @@ TEST_F(DoctorTest, finds_every_kind_of_leftover_and_nothing_of_living_apps) {
                             u"site cache "_s + caches + u"/Profiles/"_s + gone,
                             u"app bundle "_s + bundle(u"Stray.app"_s),
                             u"registration com.wrapio.generated.gone-0b7c57e2"_s,
-                            u"unfinished write "_s + directories.configuration + u"/app_configurations.tmp-77-abc"_s};
+                            u"unfinished write "_s + directories.configuration + u"/.app_configurations.a1B2c3.new"_s};
     EXPECT_EQ(leftovers(), expected);
 }
 

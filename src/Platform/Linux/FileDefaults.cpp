@@ -32,6 +32,16 @@ FileResult<void> preparePrivateFolder(const QString& folder) {
     return {};
 }
 
+/// What is there but cannot be read, for lack of a permission, say, was never seen by whoever writes now. It must not be
+/// lost.
+FileResult<void> checkReplaceable(const QString& path) {
+    const QByteArray native = QFile::encodeName(path);
+    const posix::FileDescriptor file = posix::openAt(AT_FDCWD, native.constData(), O_RDONLY | O_NONBLOCK);
+    if (file.isOpen() || errno == ENOENT)
+        return {};
+    return tl::unexpected(posix::lastError("read", path));
+}
+
 FileResult<void> placeCopy(const QByteArray& bytes, const QString& folder, const QString& name) {
     auto file = posix::TemporaryFile::create(folder, name);
     if (!file)
@@ -64,6 +74,8 @@ FileResult<void> FileDefaults::setData(const QByteArray& bytes, const QString& k
         return tl::unexpected(path.error());
     if (auto prepared = preparePrivateFolder(m_folder); !prepared)
         return prepared;
+    if (auto replaceable = checkReplaceable(*path); !replaceable)
+        return replaceable;
     auto file = posix::TemporaryFile::create(m_folder, key);
     if (!file)
         return tl::unexpected(file.error());
