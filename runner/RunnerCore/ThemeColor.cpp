@@ -49,8 +49,9 @@ Color blend(const Color& top, const Color& base, double opacity) {
 }
 
 double contrastRatio(const Color& first, const Color& second) {
-    const auto [darker, lighter] = std::minmax(luminance(first), luminance(second));
-    return (lighter + 0.05) / (darker + 0.05);
+    const double one = luminance(first);
+    const double other = luminance(second);
+    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
 }
 
 Color legibleText(const Color& background) {

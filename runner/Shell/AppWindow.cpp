@@ -36,7 +36,7 @@ AppWindow::AppWindow(GtkApplication* application, const Bundle& bundle, const Pr
         showNoticeDialog(m_window, {"The address could not be opened", "“" + displayText(address, longestAddress) +
                                                                            "”: " + displayText(reason, longestTitle)});
     })
-    , m_guard(m_view, policyOf(bundle.config), [this](const std::string& address) { m_programs.open(address); })
+    , m_guard(m_view, policyOf(bundle.config), [this](const std::string& address) { handOff(address); })
     , m_badge(g_application_get_dbus_connection(G_APPLICATION(application)), bundle.info.desktopId) {
     buildWindow(application);
     addActions();
@@ -69,6 +69,7 @@ void AppWindow::buildWindow(GtkApplication* application) {
     m_progress = makeProgressBar();
     gtk_overlay_add_overlay(GTK_OVERLAY(overlay), GTK_WIDGET(m_progress));
     gtk_window_set_child(m_window, overlay);
+    gtk_window_set_focus(m_window, GTK_WIDGET(m_view));
     applyWindowStyle(GTK_WIDGET(m_window), m_bundle.config.theme);
     connect(
         m_status.button(), "clicked", [](GtkButton*, AppWindow* self) { self->reload(); }, this);
@@ -145,6 +146,16 @@ void AppWindow::handle(const AppRequest& request) {
         reportLine("“" + displayText(address, longestTitle) + "” is ignored: it does not belong to this app");
 }
 
+void AppWindow::handOff(const std::string& address) {
+    m_programs.open(address);
+    if (m_hasCommitted)
+        return;
+    m_failedAddress = m_bundle.config.url;
+    showFailure(
+        {"This page is in your browser now",
+         displayText(address, longestAddress) + "\n\nIt does not belong to this app, so it was opened outside."});
+}
+
 void AppWindow::reload() {
     if (m_failedAddress.empty())
         webkit_web_view_reload(m_view);
@@ -186,12 +197,17 @@ void AppWindow::updateProgress() {
 
 void AppWindow::showPage() {
     m_failedAddress.clear();
+    m_hasCommitted = true;
+    if (gtk_stack_get_visible_child(m_stack) == GTK_WIDGET(m_view))
+        return;
     gtk_stack_set_visible_child(m_stack, GTK_WIDGET(m_view));
+    gtk_widget_grab_focus(GTK_WIDGET(m_view));
 }
 
 void AppWindow::showFailure(const Message& message) {
     m_status.show(message, "Try Again");
     gtk_stack_set_visible_child(m_stack, m_status.widget());
+    gtk_widget_grab_focus(GTK_WIDGET(m_status.button()));
 }
 
 void AppWindow::offerImport(const ImportSessionRequest& request) {

@@ -39,6 +39,7 @@ private:
     void addActions();
     void addAction(const char* name, void (*handler)(AppWindow& self));
     void connectView();
+    void handOff(const std::string& address);
     void reload();
     void updateNavigation();
     void updateTitle();
@@ -67,6 +68,7 @@ private:
     GtkProgressBar* m_progress = nullptr;
     std::string m_failedAddress;  ///< what a retry loads; empty while a page is shown
     bool m_hasPage = false;       ///< a page was asked for
+    bool m_hasCommitted = false;  ///< a page was shown
 };
 
 }  // namespace wrapio

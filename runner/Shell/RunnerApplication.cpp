@@ -35,9 +35,12 @@ RunnerApplication& ownerOf(GApplication* application) {
 
 void startUp(GApplication* application) {
     // The toolkit would end the process with a warning of its own.
-    if (!gtk_init_check())
-        std::exit(showProblem({"This app needs a desktop", "No display could be opened. Start it from a graphical "
-                                                           "session, or set DISPLAY or WAYLAND_DISPLAY."}));
+    if (!gtk_init_check()) {
+        reportLine(
+            oneLine({"This app needs a desktop", "No display could be opened. Start it from a graphical session, "
+                                                 "or set DISPLAY or WAYLAND_DISPLAY."}));
+        std::exit(1);
+    }
     G_APPLICATION_CLASS(runner_gtk_application_parent_class)->startup(application);
     ownerOf(application).start();
 }
