@@ -1,0 +1,46 @@
+// Applies the navigation policy to a web view.
+#pragma once
+
+#include "RunnerCore/NavigationPolicy.h"
+#include "RunnerCore/RunnerConfig.h"
+
+#include <webkit/webkit.h>
+
+#include <functional>
+#include <string>
+
+namespace wrapio {
+
+/// The policy of the app that `config` describes, with hosts in the form that the engine uses.
+[[nodiscard]] NavigationPolicy policyOf(const RunnerConfig& config);
+
+/// Lives on the main thread, at least as long as the view.
+class NavigationGuard {
+public:
+    using HandOff = std::function<void(const std::string& address)>;
+
+    /// `handOff` gets each address that leaves the app.
+    NavigationGuard(WebKitWebView* view, NavigationPolicy policy, HandOff handOff);
+    NavigationGuard(const NavigationGuard&) = delete;
+    NavigationGuard& operator=(const NavigationGuard&) = delete;
+
+    /// Loads the app's own address; where that redirects to becomes part of the site.
+    void loadStart(const std::string& address);
+
+    /// Loads an address from outside when it belongs to the app, and says whether it does.
+    [[nodiscard]] bool loadRequested(const std::string& address);
+
+private:
+    static gboolean decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
+                                 NavigationGuard* self);
+    [[nodiscard]] gboolean decideNavigation(WebKitPolicyDecision* decision, bool isNewWindow);
+    [[nodiscard]] gboolean decideResponse(WebKitPolicyDecision* decision);
+    void leave(const std::string& address, Verdict verdict);
+
+    WebKitWebView* m_view;
+    NavigationPolicy m_policy;
+    HandOff m_handOff;
+    bool m_isStarting = false;
+};
+
+}  // namespace wrapio

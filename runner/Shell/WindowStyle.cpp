@@ -1,0 +1,54 @@
+#include "Shell/WindowStyle.h"
+
+#include "Shell/GObjects.h"
+
+#include <cmath>
+
+namespace wrapio {
+
+namespace {
+
+constexpr Color usualHeader{0xF6, 0xF5, 0xF4, 1.0};
+constexpr Color usualAccent{0x35, 0x84, 0xE4, 1.0};
+
+// Works alike in GTK's own themes and in those that people install.
+constexpr const char* fixedSheet = R"(
+window.app-window.solid-csd, window.app-dialog.solid-csd { padding: 2px; box-shadow: none; }
+headerbar.app-header { min-height: 40px; padding: 0 6px; }
+headerbar.app-header label.title { font-weight: bold; }
+headerbar.app-header label.subtitle { font-size: smaller; font-weight: normal; opacity: 1; }
+progressbar.load-progress trough, progressbar.load-progress progress { min-height: 3px; margin: 0;
+  border: none; border-radius: 0; }
+progressbar.load-progress trough { background: transparent; }
+.app-frame { background: @theme_bg_color; }
+.notice-title { font-weight: bold; font-size: 120%; }
+.status-page .title-2 { font-weight: bold; font-size: 140%; }
+)";
+
+std::uint8_t byteOf(float component) {
+    return static_cast<std::uint8_t>(std::lround(std::fmin(std::fmax(component, 0.0F), 1.0F) * 255.0F));
+}
+
+Color themeColor(GtkWidget* widget, const char* name, const Color& otherwise) {
+    GdkRGBA found{};
+    if (!gtk_style_context_lookup_color(gtk_widget_get_style_context(widget), name, &found))
+        return otherwise;
+    return {byteOf(found.red), byteOf(found.green), byteOf(found.blue), 1.0};
+}
+
+void addSheet(GtkWidget* window, const std::string& sheet) {
+    const ObjectPtr<GtkCssProvider> provider(gtk_css_provider_new());
+    gtk_css_provider_load_from_data(provider.get(), sheet.c_str(), -1);
+    gtk_style_context_add_provider_for_display(gtk_widget_get_display(window), GTK_STYLE_PROVIDER(provider.get()),
+                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+}
+
+}  // namespace
+
+void applyWindowStyle(GtkWidget* window, const Theme& theme) {
+    const Color base = themeColor(window, "theme_bg_color", usualHeader);
+    const Color accent = themeColor(window, "theme_selected_bg_color", usualAccent);
+    addSheet(window, fixedSheet + themeStyleSheet(theme, base, accent));
+}
+
+}  // namespace wrapio
