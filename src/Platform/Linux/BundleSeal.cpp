@@ -3,13 +3,14 @@
 #include "Platform/Linux/PosixFile.h"
 #include "Platform/Linux/SealList.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <nettle/sha2.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 
 namespace wrapio {
@@ -26,21 +27,36 @@ QString sealOf(const QString& bundlePath) {
     return bundlePath + u'/' + QLatin1StringView(sealPath);
 }
 
+/// Nettle uses what the processor has for this, which is several times as fast as Qt.
+class Sha256 {
+public:
+    Sha256() { ::sha256_init(&m_context); }
+    void add(const std::uint8_t* bytes, std::size_t size) { ::sha256_update(&m_context, size, bytes); }
+    [[nodiscard]] QByteArray result() {
+        std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest{};
+        ::sha256_digest(&m_context, digest.size(), digest.data());
+        return {reinterpret_cast<const char*>(digest.data()), SHA256_DIGEST_SIZE};
+    }
+
+private:
+    sha256_ctx m_context{};
+};
+
 FileResult<QByteArray> hashOf(const QString& path) {
     const auto file = openRegularFile(path);
     if (!file)
         return tl::unexpected(file.error());
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    char buffer[65536];
+    Sha256 hash;
+    std::array<std::uint8_t, 65536> buffer;
     for (;;) {
-        const ssize_t count = ::read(file->get(), buffer, sizeof buffer);
+        const ssize_t count = ::read(file->get(), buffer.data(), buffer.size());
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
             return tl::unexpected(lastError(u"read"_s, path));
         if (count == 0)
             return hash.result();
-        hash.addData(QByteArrayView(buffer, count));
+        hash.add(buffer.data(), static_cast<std::size_t>(count));
     }
 }
 
