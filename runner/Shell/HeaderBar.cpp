@@ -41,6 +41,7 @@ GtkWidget* makeMenuButton(bool isDevMode) {
     GtkWidget* button = gtk_menu_button_new();
     gtk_menu_button_set_icon_name(GTK_MENU_BUTTON(button), "open-menu-symbolic");
     gtk_menu_button_set_menu_model(GTK_MENU_BUTTON(button), G_MENU_MODEL(menu.get()));
+    gtk_popover_set_has_arrow(gtk_menu_button_get_popover(GTK_MENU_BUTTON(button)), FALSE);
     gtk_menu_button_set_primary(GTK_MENU_BUTTON(button), TRUE);
     gtk_widget_set_tooltip_text(button, "Menu");
     return button;

@@ -25,6 +25,11 @@ progressbar.load-progress trough { background: transparent; }
 .status-page .title-2 { font-weight: bold; font-size: 140%; }
 )";
 
+// Without a compositor nothing is translucent: rounded corners and shadows of menus would stand out black.
+constexpr const char* opaqueSheet = R"(
+popover.background > contents { margin: 0; border-radius: 0; box-shadow: none; border: 1px solid @borders; }
+)";
+
 std::uint8_t byteOf(float component) {
     return static_cast<std::uint8_t>(std::lround(std::fmin(std::fmax(component, 0.0F), 1.0F) * 255.0F));
 }
@@ -49,6 +54,8 @@ void applyWindowStyle(GtkWidget* window, const Theme& theme) {
     const Color base = themeColor(window, "theme_bg_color", usualHeader);
     const Color accent = themeColor(window, "theme_selected_bg_color", usualAccent);
     addSheet(window, fixedSheet + themeStyleSheet(theme, base, accent));
+    if (!gdk_display_is_composited(gtk_widget_get_display(window)))
+        addSheet(window, opaqueSheet);
 }
 
 }  // namespace wrapio
