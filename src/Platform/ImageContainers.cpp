@@ -122,6 +122,25 @@ bool isNeededForPixels(QByteArrayView chunkType) {
     return std::find(types.begin(), types.end(), chunkType) != types.end();
 }
 
+int byteAt(QByteArrayView bytes, qint64 at) {
+    return at >= 0 && at < bytes.size() ? static_cast<quint8>(bytes[at]) : -1;
+}
+
+/// The length of the palette of which the flags at `at` speak.
+qint64 gifPaletteBytes(QByteArrayView gif, qint64 at) {
+    const int flags = byteAt(gif, at);
+    constexpr int bytesPerColor = 3;
+    return flags >= 0 && (flags & 0x80) ? qint64(bytesPerColor) << ((flags & 7) + 1) : 0;
+}
+
+/// The end of a row of blocks, each with its length first; nothing when the empty one that ends it is missing.
+std::optional<qint64> endOfSubBlocks(QByteArrayView gif, qint64 at) {
+    int length = byteAt(gif, at);
+    for (; length > 0; length = byteAt(gif, at))
+        at += 1 + length;
+    return length == 0 ? std::optional(at + 1) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<ImageFormat> detectImageFormat(const QByteArray& bytes) {
@@ -221,6 +240,22 @@ bool isCompleteJpeg(const QByteArray& bytes) {
         at += marker == 0xFF ? 1 : 2 + bigEndian<quint16>(bytes, at + 2).value_or(0);
     }
     return false;
+}
+
+bool isFirstFrameComplete(const QByteArray& gif) {
+    constexpr qint64 headerLength = 13;
+    constexpr qint64 frameHeaderLength = 10;
+    qint64 at = headerLength + gifPaletteBytes(gif, headerLength - 3);
+    while (byteAt(gif, at) == '!') {
+        const auto end = endOfSubBlocks(gif, at + 2);
+        if (!end)
+            return false;
+        at = *end;
+    }
+    if (byteAt(gif, at) != ',')
+        return false;
+    const qint64 palette = gifPaletteBytes(gif, at + frameHeaderLength - 1);
+    return endOfSubBlocks(gif, at + frameHeaderLength + palette + 1).has_value();
 }
 
 bool isCompleteBmp(const QByteArray& bytes) {

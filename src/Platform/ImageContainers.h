@@ -35,6 +35,9 @@ struct ContainedImage {
 /// True when the compressed data of a JPEG has its end. The decoder would fill what is missing with grey.
 [[nodiscard]] bool isCompleteJpeg(const QByteArray& bytes);
 
+/// True when a GIF has all of its first picture. The decoder would leave transparent what is missing.
+[[nodiscard]] bool isFirstFrameComplete(const QByteArray& gif);
+
 /// True when an uncompressed BMP has all of its pixels. The decoder would leave out what is missing.
 [[nodiscard]] bool isCompleteBmp(const QByteArray& bytes);
 

@@ -133,7 +133,7 @@ std::optional<QImage> readImage(const QByteArray& bytes, ImageFormat format) {
     case ImageFormat::tiff:
         return readLargestPage(bytes);
     case ImageFormat::gif:
-        return readFirst(bytes, "gif");
+        return isFirstFrameComplete(bytes) ? readFirst(bytes, "gif") : std::nullopt;
     case ImageFormat::bmp:
         return isCompleteBmp(bytes) ? readFirst(bytes, "bmp") : std::nullopt;
     case ImageFormat::ico:

@@ -62,10 +62,6 @@ std::optional<QImage> imageOf(const HttpResponse& response) {
     return largeEnough ? std::move(image) : std::nullopt;
 }
 
-QString folderIn(const QString& applicationSupport) {
-    return applicationSupport + u"/Wrapio"_s;
-}
-
 std::optional<QImage> imageAt(const FileSystem& files, const QString& path) {
     const auto bytes = files.read(path, largestIconBytes);
     return bytes ? decodeImage(*bytes) : std::nullopt;
@@ -133,7 +129,7 @@ std::optional<QImage> FaviconService::loadSavedIcon(const QUuid& id) {
         return std::nullopt;
     if (m_files.exists(*path))
         return imageAt(m_files, *path);
-    const QString legacyPath = folderIn(*m_directories.applicationSupport) + u"/app-icon.png"_s;
+    const QString legacyPath = *m_directories.applicationSupport + u"/Wrapio/app-icon.png"_s;
     if (!m_files.exists(legacyPath))
         return std::nullopt;
     printDiagnostics(u"[FaviconService] Found legacy icon, migrating to "_s + canonicalText(id));
@@ -153,7 +149,7 @@ void FaviconService::deleteSavedIcon(const QUuid& id) {
 std::optional<QString> FaviconService::getIconPath(const QUuid& id) const {
     if (!m_directories.applicationSupport)
         return std::nullopt;
-    const QString folder = folderIn(*m_directories.applicationSupport);
+    const QString folder = *m_directories.applicationSupport + u"/Wrapio"_s;
     // Without the folder, writing fails and says so.
     static_cast<void>(m_files.createDirectories(folder));
     return folder + u'/' + canonicalText(id) + u".png"_s;

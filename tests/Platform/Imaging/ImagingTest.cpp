@@ -73,23 +73,67 @@ INSTANTIATE_TEST_SUITE_P(Formats, EveryFormatTest,
                                          Format{"Webp", "webp"}),
                          [](const auto& parameter) { return parameter.param.name; });
 
-/// A GIF of one frame of `frame` pixels on a canvas of `canvas`, which the library can read but not write.
-QByteArray gif(quint16 canvas, quint16 frame) {
-    return "GIF89a" + littleEndian(canvas) + littleEndian(canvas) + QByteArray("\x80\0\0\xFF\0\0\0\0\xFF", 9) +
-           QByteArray(",\0\0\0\0", 5) + littleEndian(frame) + littleEndian(frame) + QByteArray("\0\2\2\x84\x51\0", 6) +
-           ";";
+/// Writes numbers of nine bits, as a GIF with 256 colours begins to.
+QByteArray nineBitCodes(const std::vector<quint16>& codes) {
+    constexpr int codeBits = 9;
+    QByteArray bytes;
+    quint32 buffer = 0;
+    int bits = 0;
+    for (const quint16 code : codes) {
+        buffer |= quint32(code) << bits;
+        for (bits += codeBits; bits >= 8; bits -= 8, buffer >>= 8)
+            bytes += char(buffer & 0xFF);
+    }
+    return bytes + char(buffer & 0xFF);
 }
 
-TEST(ImagingTest, DecodesTheFirstFrameOfAGif) {
-    const auto image = decodeImage(gif(2, 2));
+/// One frame of a GIF, uncompressed: the table of codes is cleared before it could grow.
+QByteArray gifFrame(quint16 edge, quint8 color) {
+    constexpr quint16 clear = 256;
+    constexpr quint16 end = 257;
+    std::vector<quint16> codes;
+    for (int i = 0; i < edge * edge; ++i) {
+        if (i % 100 == 0)
+            codes.push_back(clear);
+        codes.push_back(quint16((color + i / edge) % 256));
+    }
+    codes.push_back(end);
+    const QByteArray data = nineBitCodes(codes);
+    QByteArray frame = QByteArray(",\0\0\0\0", 5) + littleEndian(edge) + littleEndian(edge) + QByteArray("\0\x08", 2);
+    for (qsizetype at = 0; at < data.size(); at += 255)
+        frame += char(std::min<qsizetype>(255, data.size() - at)) + data.mid(at, 255);
+    return frame + '\0';
+}
+
+/// A GIF on a square canvas whose colours go from black to red; the library can read it but not write it.
+QByteArray gif(quint16 canvas, const QByteArray& frames) {
+    QByteArray palette;
+    for (int i = 0; i < 256; ++i)
+        palette += QByteArray(1, char(i)) + QByteArray(2, '\0');
+    return "GIF89a" + littleEndian(canvas) + littleEndian(canvas) + QByteArray("\xF7\0\0", 3) + palette + frames + ";";
+}
+
+TEST(ImagingTest, DecodesTheFirstFrameOfAnAnimation) {
+    const auto image = decodeImage(gif(20, gifFrame(20, 200) + gifFrame(20, 10)));
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->size(), QSize(2, 2));
+    EXPECT_EQ(image->size(), QSize(20, 20));
+    EXPECT_EQ(image->pixelColor(3, 0), QColor(200, 0, 0));
 }
 
 TEST(ImagingTest, RefusesAGifThatIsTooLarge) {
-    EXPECT_FALSE(decodeImage(gif(60000, 2)));
-    const auto image = decodeImage(gif(2, 60000));
-    EXPECT_TRUE(!image || image->size() == QSize(2, 2));
+    EXPECT_FALSE(decodeImage(gif(60000, gifFrame(20, 200))));
+}
+
+TEST(ImagingTest, AGifWhoseFrameIsLargerThanItsCanvasStaysWithinTheCanvas) {
+    const auto image = decodeImage(gif(20, gifFrame(40, 200)));
+    EXPECT_TRUE(!image || image->size() == QSize(20, 20));
+}
+
+TEST(ImagingTest, AGifGivesNothingWhenItsFirstFrameIsCutOff) {
+    const QByteArray whole = gif(64, gifFrame(64, 0));
+    ASSERT_TRUE(decodeImage(whole));
+    for (qsizetype length = 0; length < whole.size() - 8; length += 7)
+        EXPECT_FALSE(decodeImage(whole.first(length))) << length;
 }
 
 TEST(ImagingTest, RefusesWhatIsNoImage) {
