@@ -1,10 +1,9 @@
 #include "Platform/Linux/ChildReaper.h"
 
-#include "Platform/Linux/FileCalls.h"
+#include "Platform/Linux/ProcessHandle.h"
 
 #include <QSocketNotifier>
 
-#include "Platform/Linux/PidFd.h"
 #include <sys/wait.h>
 
 #include <memory>
@@ -13,7 +12,7 @@ namespace wrapio {
 
 void ChildReaper::adopt(pid_t process) {
     // Shared, since the slot has to be copyable.
-    const auto handle = std::make_shared<posix::FileDescriptor>(::pidfd_open(process, 0));
+    const auto handle = std::make_shared<posix::FileDescriptor>(posix::openProcess(process));
     if (!handle->isOpen())
         return;
     auto* const notifier = new QSocketNotifier(handle->get(), QSocketNotifier::Read, &m_context);

@@ -32,12 +32,13 @@ QUrl redirectionOf(const QNetworkReply& reply) {
     return reply.url().resolved(QUrl::fromEncoded(reply.rawHeader("Location"), QUrl::TolerantMode));
 }
 
-/// Errors of the codes from 200 on are drawn from the status of a response that arrived whole.
+/// These errors are drawn from the status of a response that arrived whole.
 bool hasWholeResponse(const QNetworkReply& reply) {
     const auto error = reply.error();
     if (statusOf(reply) == 0)
         return false;
     return error == QNetworkReply::NoError || error == QNetworkReply::ProxyAuthenticationRequiredError ||
+           error == QNetworkReply::ProtocolInvalidOperationError ||
            (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError) ||
            (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
 }

@@ -1,7 +1,7 @@
 #include "Platform/Linux/LinuxWorkspace.h"
 
-#include "Platform/Linux/FileCalls.h"
 #include "Platform/Linux/LinuxFileSystem.h"
+#include "Platform/Linux/ProcessHandle.h"
 #include "Platform/Linux/ProcessList.h"
 #include "Platform/Linux/ProcessStart.h"
 #include "Platform/Linux/SessionBus.h"
@@ -13,8 +13,6 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
-
-#include "Platform/Linux/PidFd.h"
 
 #include <algorithm>
 #include <csignal>
@@ -146,13 +144,13 @@ QString LinuxWorkspace::resolvedApps() const {
 
 bool LinuxWorkspace::deliver(const RunningApplication& application, int signal) const {
     // The handle stays with this process; its number may belong to another one soon.
-    const posix::FileDescriptor handle(::pidfd_open(static_cast<pid_t>(application.processIdentifier), 0));
+    const auto handle = posix::openProcess(static_cast<pid_t>(application.processIdentifier));
     if (!application.bundleURL || !handle.isOpen())
         return false;
     const auto bundle = bundleOfProcess(application.processIdentifier);
     if (!bundle || asConfigured(*bundle, resolvedApps()) != QDir::cleanPath(*application.bundleURL))
         return false;
-    return ::pidfd_send_signal(handle.get(), signal, nullptr, 0) == 0;
+    return posix::sendSignal(handle, signal);
 }
 
 std::optional<LaunchError> LinuxWorkspace::start(const QString& bundlePath, bool activates) {

@@ -1,12 +1,11 @@
 #include "Platform/Linux/ProcessStart.h"
 
-#include "Platform/Linux/FileCalls.h"
+#include "Platform/Linux/ProcessHandle.h"
 
 #include <QFile>
 
 #include <poll.h>
 #include <spawn.h>
-#include "Platform/Linux/PidFd.h"
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -147,7 +146,7 @@ std::optional<int> runProcess(const QString& program, const QStringList& argumen
     const auto process = startProcess(program, arguments, QStringLiteral("/"), changes);
     if (!process)
         return std::nullopt;
-    const posix::FileDescriptor handle(::pidfd_open(*process, 0));
+    const auto handle = posix::openProcess(*process);
     if (!handle.isOpen() || !waitForEnd(handle.get(), seconds))
         ::kill(*process, SIGKILL);
     int status = 0;

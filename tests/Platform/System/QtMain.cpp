@@ -1,0 +1,11 @@
+// The entry of test programs that need Qt's event loop and its drawings.
+
+#include <QGuiApplication>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    const QGuiApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
