@@ -3,6 +3,8 @@
 
 #include <QGuiApplication>
 
+#include <unistd.h>
+
 #include <array>
 #include <csignal>
 #include <cstdio>
@@ -11,17 +13,26 @@
 
 namespace {
 
-/// Standard error belongs to what the program says itself; of Qt's own messages only those are worth a line that tell of
-/// the program's end. QT_DEBUG shows all of them.
+/// Standard error belongs to what the program says itself; of Qt's own messages only those are worth a line that tell
+/// of the program's end. QT_DEBUG shows all of them.
 void showFatalOnly(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtCriticalMsg || type == QtFatalMsg || qEnvironmentVariableIsSet("QT_DEBUG"))
-        std::fprintf(stderr, "wrapio: %s\n", qUtf8Printable(text));
+        ::dprintf(STDERR_FILENO, "wrapio: %s\n", qUtf8Printable(text));
+}
+
+/// Libraries of image formats tell of damaged pictures on the C library's standard error. Ours are written to the
+/// descriptor itself, so that the stream can lead elsewhere.
+void silenceLibraries() {
+    std::FILE* const nowhere = qEnvironmentVariableIsSet("QT_DEBUG") ? nullptr : std::fopen("/dev/null", "we");
+    if (nowhere)
+        stderr = nowhere;
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
     qInstallMessageHandler(showFatalOnly);
+    silenceLibraries();
     // A reader that goes away early, as in "wrapio list | head -1", is no reason to die in the middle of a change.
     std::signal(SIGPIPE, SIG_IGN);
     // A command needs fonts and image formats but no display: it must run where there is none. The environment is left

@@ -2,9 +2,11 @@
 
 #include <QDir>
 
-#include <array>
-#include <cstdio>
 #include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
 
 namespace wrapio {
 
@@ -12,15 +14,24 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void write(std::FILE* stream, const QString& text) {
+void write(int file, const QString& text) {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
-    std::fflush(stream);
+    const char* next = bytes.constData();
+    const char* const end = next + bytes.size();
+    while (next < end) {
+        const ssize_t count = ::write(file, next, static_cast<std::size_t>(end - next));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return;
+        next += count;
+    }
 }
 
 }  // namespace
 
-TerminalConsole::TerminalConsole() : m_showsProgress(isatty(STDERR_FILENO) == 1) {}
+TerminalConsole::TerminalConsole()
+    : m_showsProgress(isatty(STDERR_FILENO) == 1) {}
 
 TerminalConsole::~TerminalConsole() {
     clearProgress();
@@ -28,25 +39,25 @@ TerminalConsole::~TerminalConsole() {
 
 void TerminalConsole::print(const QString& line) {
     clearProgress();
-    write(stdout, line + u'\n');
+    write(STDOUT_FILENO, line + u'\n');
 }
 
 void TerminalConsole::note(const QString& line) {
     clearProgress();
-    write(stderr, line + u'\n');
+    write(STDERR_FILENO, line + u'\n');
 }
 
 void TerminalConsole::progress(const QString& line) {
     if (!m_showsProgress)
         return;
     clearProgress();
-    write(stderr, line);
+    write(STDERR_FILENO, line);
     m_progressOnScreen = true;
 }
 
 void TerminalConsole::clearProgress() {
     if (m_progressOnScreen)
-        write(stderr, u"\r\x1b[K"_s);
+        write(STDERR_FILENO, u"\r\x1b[K"_s);
     m_progressOnScreen = false;
 }
 
@@ -54,7 +65,7 @@ bool TerminalConsole::confirm(const QString& question) {
     if (isatty(STDIN_FILENO) != 1)
         return false;
     clearProgress();
-    write(stderr, question + u" [y/N] "_s);
+    write(STDERR_FILENO, question + u" [y/N] "_s);
     std::array<char, 64> answer{};
     if (!std::fgets(answer.data(), static_cast<int>(answer.size()), stdin))
         return false;

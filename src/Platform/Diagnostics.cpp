@@ -1,5 +1,7 @@
 #include "Platform/Diagnostics.h"
 
+#include <unistd.h>
+
 #include <atomic>
 #include <cstdio>
 
@@ -9,16 +11,19 @@ namespace {
 
 std::atomic currentDestination = DiagnosticsDestination::standardOutput;
 
-std::FILE* streamOf(DiagnosticsDestination destination) {
+void writeTo(DiagnosticsDestination destination, const QByteArray& text) {
     switch (destination) {
     case DiagnosticsDestination::standardOutput:
-        return stdout;
+        std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stdout);
+        std::fflush(stdout);
+        return;
     case DiagnosticsDestination::standardError:
-        return stderr;
+        // Not through the stream, which libraries write to as well.
+        ::dprintf(STDERR_FILENO, "%s", text.constData());
+        return;
     case DiagnosticsDestination::nowhere:
-        return nullptr;
+        return;
     }
-    return nullptr;
 }
 
 }  // namespace
@@ -28,12 +33,7 @@ void setDiagnosticsDestination(DiagnosticsDestination destination) {
 }
 
 void printDiagnostics(const QString& line) {
-    std::FILE* const stream = streamOf(currentDestination);
-    if (!stream)
-        return;
-    const QByteArray text = line.toUtf8() + '\n';
-    std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stream);
-    std::fflush(stream);
+    writeTo(currentDestination, line.toUtf8() + '\n');
 }
 
 }  // namespace wrapio
