@@ -56,12 +56,15 @@ tl::expected<void, OptionRefusal> applyName(const AppOptions& options, AppConfig
     if (options.name)
         config.appName = orAbsent(*options.name);
     const std::string name = config.displayName().toStdString();
+    const QString safe = QString::fromStdString(fittingDisplayName(safeDisplayName(name)));
+    if (!bundleNameFits(name))
+        return refused(
+            u"the name \"%1\" is too long to name an app; use --name \"%2\""_s.arg(config.displayName(), safe));
     if (bundleNamesAgree(name))
         return {};
-    const QString safe = QString::fromStdString(safeDisplayName(name));
     return refused(u"the name \"%1\" cannot name an app: dots, / \\ : ? * | \" < > %, control characters and blanks at "
                    "the ends are not possible; use --name %2"_s.arg(config.displayName(),
-                                                                  safe.isEmpty() ? u"NAME"_s : u'"' + safe + u'"'));
+                                                                    safe.isEmpty() ? u"NAME"_s : u'"' + safe + u'"'));
 }
 
 tl::expected<void, OptionRefusal> applyCode(const AppOptions& options, AppConfiguration& config,

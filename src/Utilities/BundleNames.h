@@ -19,6 +19,11 @@ namespace wrapio {
 /// True when the three rules give one place.
 [[nodiscard]] bool bundleNamesAgree(std::string_view displayName);
 
+/// True when the bundle's file name is no longer than file systems take: 255 bytes.
+[[nodiscard]] bool bundleNameFits(std::string_view displayName);
+/// The beginning of `displayName` whose bundle's file name fits, cut between two characters.
+[[nodiscard]] std::string fittingDisplayName(std::string_view displayName);
+
 /// The name nearest to `displayName` on which the three rules agree; empty when nothing of it is left.
 [[nodiscard]] std::string safeDisplayName(std::string_view displayName);
 

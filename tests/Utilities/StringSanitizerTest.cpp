@@ -20,7 +20,10 @@ TEST(StringSanitizer, deletes_every_one_of_the_ten_characters) {
 }
 
 TEST(StringSanitizer, deletes_newlines_controls_and_format_characters) {
-    EXPECT_EQ(StringSanitizer::sanitizeForFilename("a\nb\r\nc\td\x01" "e\x7f", false), "abcde");
+    EXPECT_EQ(StringSanitizer::sanitizeForFilename("a\nb\r\nc\td\x01"
+                                                   "e\x7f",
+                                                   false),
+              "abcde");
     EXPECT_EQ(StringSanitizer::sanitizeForFilename("a\u0085b\u2028c\u2029d", false), "abcd");
     EXPECT_EQ(StringSanitizer::sanitizeForFilename("evil\u202Egpj.exe\u200D", false), "evilgpj.exe");
     EXPECT_EQ(StringSanitizer::sanitizeForFilename(std::string_view("a\0b", 3), false), "ab");
@@ -59,6 +62,21 @@ TEST(BundleNames, give_underscores_only_for_a_launched_name_of_separators_only) 
 TEST(BundleNames, differ_for_dots_separators_and_outer_blanks) {
     for (const char* name : {"Mail 2.0", "a/b", "a:b", " Mail", "Mail ", "a\nb", "//", "", "."})
         EXPECT_FALSE(bundleNamesAgree(name)) << name;
+}
+
+TEST(BundleNames, fit_a_file_name_of_255_bytes) {
+    EXPECT_TRUE(bundleNameFits(std::string(251, 'h')));
+    EXPECT_FALSE(bundleNameFits(std::string(252, 'h')));
+}
+
+TEST(BundleNames, are_cut_between_two_characters_when_they_are_too_long) {
+    EXPECT_EQ(fittingDisplayName(std::string(251, 'h')), std::string(251, 'h'));
+    EXPECT_EQ(fittingDisplayName(std::string(300, 'h')), std::string(251, 'h'));
+    std::string ships;
+    for (int i = 0; i < 100; ++i)
+        ships += "\U0001F6A2";
+    EXPECT_EQ(fittingDisplayName(ships), ships.substr(0, 248));
+    EXPECT_EQ(fittingDisplayName(std::string(250, 'h') + "  tail"), std::string(250, 'h'));
 }
 
 TEST(BundleNames, agree_on_the_safe_form_of_a_name) {
