@@ -89,15 +89,14 @@ void storeChangedApp(const Task& task, const OpenedApp& opened, const Draft& dra
         task->fail(failure->description());
         return;
     }
+    endRunningApp(task, opened.catalogue, opened.config);
     if (const auto generated = opened.catalogue.lifecycle.generate(config); !generated) {
         task->fail(u"the changes are saved, but the bundle of %1 could not be made: %2"_s.arg(
             config.displayName(), generationAdvice(generated.error())));
         return;
     }
-    if (leavesOldBundle(opened.catalogue, opened.config, config)) {
-        opened.catalogue.lifecycle.quit(opened.config);
+    if (leavesOldBundle(opened.catalogue, opened.config, config))
         store.removeBundle(opened.config);
-    }
     if (const auto failure = store.saveFailure()) {
         task->fail(failure->description());
         return;

@@ -40,8 +40,8 @@ void updateNext(const Task& task, const std::shared_ptr<UpdateRun>& run) {
         return;
     }
     const AppConfiguration& app = run->apps[run->next++];
-    task->console.progress(
-        u"[%1/%2] %3"_s.arg(run->next).arg(run->apps.size()).arg(printable(app.displayName())));
+    task->console.progress(u"[%1/%2] %3"_s.arg(run->next).arg(run->apps.size()).arg(printable(app.displayName())));
+    endRunningApp(task, run->catalogue, app);
     if (const auto generated = run->catalogue.lifecycle.generate(app); !generated)
         run->failures << app.displayName() + u": "_s + generationAdvice(generated.error());
     task->services.scheduler.async([task, run] { updateNext(task, run); });
@@ -54,6 +54,7 @@ void regenerateApp(const Task& task, const RegenerateCommand& command) {
     if (!opened)
         return;
     ConfigurationManager& store = opened->catalogue.store;
+    endRunningApp(task, opened->catalogue, opened->config);
     if (const auto generated = opened->catalogue.lifecycle.generate(opened->config); !generated) {
         task->fail(u"could not make the bundle of %1: %2"_s.arg(opened->config.displayName(),
                                                                 generationAdvice(generated.error())));
@@ -73,7 +74,7 @@ void deleteApp(const Task& task, const DeleteCommand& command) {
         return;
     ConfigurationManager& store = opened->catalogue.store;
     const QString bundleURL = store.getBundleURL(opened->config);
-    opened->catalogue.lifecycle.quit(opened->config);
+    endRunningApp(task, opened->catalogue, opened->config);
     store.removeApp(opened->config.id);
     if (store.saveFailure()) {
         task->fail(store.saveFailure()->description());

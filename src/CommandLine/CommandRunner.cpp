@@ -42,15 +42,15 @@ struct Dispatch {
 }  // namespace
 
 void CommandRunner::run(const Command& command, Console& console, Done done) {
-    const auto task = std::make_shared<const CommandTask>(
-        CommandTask{m_services, console, command.json, std::move(done)});
+    const auto task =
+        std::make_shared<const CommandTask>(CommandTask{m_services, console, command.json, std::move(done)});
     std::visit(Dispatch{task}, command.action);
 }
 
 void CommandTask::answer(const QString& line, const AppConfiguration& config, const Catalogue& catalogue) const {
     if (json)
-        console.print(QString::fromStdString(recordJson(config, catalogue, services.versions)
-                                                 .dump(2, ' ', false, Json::error_handler_t::replace)));
+        console.print(QString::fromStdString(
+            recordJson(config, catalogue, services.versions).dump(2, ' ', false, Json::error_handler_t::replace)));
     else
         console.print(printable(line));
     succeed();
@@ -66,8 +66,7 @@ std::optional<Catalogue> openCatalogue(const Task& task) {
 }
 
 std::optional<OpenedApp> openApp(const Task& task, const QString& app, bool forChanges) {
-    const auto catalogue =
-        forChanges ? openCatalogue(task) : std::optional(task->services.catalogue.openForReading());
+    const auto catalogue = forChanges ? openCatalogue(task) : std::optional(task->services.catalogue.openForReading());
     if (!catalogue)
         return std::nullopt;
     const auto config = findApp(catalogue->store.configurations(), app);
@@ -76,6 +75,16 @@ std::optional<OpenedApp> openApp(const Task& task, const QString& app, bool forC
         return std::nullopt;
     }
     return OpenedApp{*catalogue, *config};
+}
+
+void endRunningApp(const Task& task, const Catalogue& catalogue, const AppConfiguration& config) {
+    constexpr double pause = 0.05;
+    constexpr int mostPauses = 20;
+    if (!catalogue.lifecycle.runningApplication(config))
+        return;
+    catalogue.lifecycle.quit(config);
+    for (int i = 0; i < mostPauses && catalogue.lifecycle.runningApplication(config); ++i)
+        task->services.scheduler.sleep(pause);
 }
 
 QString generationAdvice(const AnyError& error) {

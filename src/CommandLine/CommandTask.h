@@ -40,6 +40,9 @@ struct OpenedApp {
 /// Opens the catalogue to be changed; ends the task when another process keeps it.
 [[nodiscard]] std::optional<Catalogue> openCatalogue(const Task& task);
 
+/// Ends the app, if it is running, and gives it a moment to do so: before its bundle is replaced or removed.
+void endRunningApp(const Task& task, const Catalogue& catalogue, const AppConfiguration& config);
+
 /// Tells in words what went wrong in making a bundle, and what to do about it.
 [[nodiscard]] QString generationAdvice(const AnyError& error);
 
