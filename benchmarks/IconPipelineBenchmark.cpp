@@ -1,16 +1,22 @@
 // How long it takes to turn a site's icon into an icon file, next to what the image library's own PNG writer takes for
-// the same pictures.
-#include "Fakes/TemporaryFileSystem.h"
+// the same pictures, and to generate a whole app. Everything happens in a temporary folder.
 #include "Photograph.h"
+#include "Platform/Darwin/ProcessToolRunner.h"
 #include "Platform/Imaging.h"
-#include "Services/IconService.h"
+#include "Platform/Linux/LinuxFileSystem.h"
+#include "Platform/Linux/LinuxToolRunner.h"
+#include "Platform/PropertyList.h"
+#include "Services/BundleGenerator.h"
 
 #include <QBuffer>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
 #include <array>
 #include <chrono>
+#include <functional>
 
 namespace wrapio {
 namespace {
@@ -19,25 +25,6 @@ using namespace Qt::StringLiterals;
 
 constexpr int sourceEdge = 512;
 constexpr std::array edges = {16, 32, 64, 128, 256, 512, 1024};
-
-/// Stands in for the tool that packs the pictures, with the same reading and writing.
-class PackingToolRunner final : public ToolRunner {
-public:
-    explicit PackingToolRunner(FileSystem& files)
-        : m_files(files) {}
-    bool exists(const QString&) const override { return true; }
-    tl::expected<ToolResult, LaunchError> run(const QString&, const QStringList& arguments) override {
-        QByteArray packed;
-        const auto names = m_files.list(arguments.at(2));
-        for (const QString& name : names.value())
-            packed += m_files.read(arguments.at(2) + u'/' + name, 1 << 26).value();
-        const bool isWritten = m_files.write(arguments.at(4), packed).has_value();
-        return ToolResult{isWritten ? 0 : 1, {}, {}};
-    }
-
-private:
-    FileSystem& m_files;
-};
 
 QByteArray libraryPng(const QImage& image) {
     QByteArray bytes;
@@ -62,13 +49,79 @@ qint64 totalSize(const std::vector<QImage>& images, const std::function<QByteArr
     return bytes;
 }
 
+/// The services on the real files and tools of this machine.
 struct Pipeline {
-    TemporaryFileSystem files;
-    PackingToolRunner tools{files};
+    QTemporaryDir root;
+    LinuxFileSystem files;
+    ProcessToolRunner processes;
+    DesktopRegistration registration{root.filePath(u"data"_s), std::nullopt, processes};
+    LinuxToolRunner tools{registration};
     IconService icons{tools, files};
     QByteArray source = libraryPng(photograph(sourceEdge));
 
-    void run() { icons.convertPngToIcns(source, files.root()).value(); }
+    void run() { icons.convertPngToIcns(source, root.path()).value(); }
+};
+
+class NoHttpClient final : public HttpClient {
+public:
+    void get(const HttpRequest&, Completion completion) override {
+        completion(tl::unexpected(HttpError{u"There is no network here"_s}));
+    }
+};
+
+class NoWorkspace final : public Workspace {
+public:
+    std::vector<RunningApplication> runningApplications() const override { return {}; }
+    void openApplication(const QString&, const OpenConfiguration&,
+                         std::function<void(std::optional<LaunchError>)>) override {}
+    void activate(const RunningApplication&, ActivationOptions) override {}
+    bool terminate(const RunningApplication&) override { return false; }
+    bool forceTerminate(const RunningApplication&) override { return false; }
+    bool open(const QString&) override { return false; }
+    std::optional<QString> urlForApplication(const QString&) const override { return std::nullopt; }
+};
+
+class OneTemplate final : public Resources {
+public:
+    explicit OneTemplate(QString path)
+        : m_path(std::move(path)) {}
+    std::optional<QString> path(const QString&, const QString&) const override { return m_path; }
+    std::optional<QImage> image(const QString&) const override { return std::nullopt; }
+
+private:
+    QString m_path;
+};
+
+/// A generator with a template of two mebibytes, and an app that has a photograph for an icon.
+struct Generation : Pipeline {
+    Directories directories{root.path(), root.filePath(u"data"_s), root.filePath(u"cache"_s), root.path(), root.path()};
+    NoHttpClient http;
+    NoWorkspace workspace;
+    OneTemplate resources{root.filePath(u"WrapioRunner.app"_s)};
+    FaviconService favicons{http, files, directories};
+    LaunchServicesManager launchServices{tools, files, workspace, directories};
+    VersionManager versions{resources, files};
+    BundleGenerator generator{tools, files, resources, favicons, icons, launchServices, versions};
+    AppConfiguration app;
+
+    Generation() {
+        const QString contents = root.filePath(u"WrapioRunner.app/Contents"_s);
+        constexpr qsizetype programSize = 2 * 1024 * 1024;
+        PropertyList information;
+        information.setText("CFBundleExecutable", u"WrapioRunner"_s);
+        information.setText("CFBundleShortVersionString", u"1.0.0"_s);
+        files.createDirectories(contents + u"/Linux"_s).map_error(fail);
+        files.createDirectories(directories.generatedApps()).map_error(fail);
+        const QString program = contents + u"/Linux/WrapioRunner"_s;
+        files.write(program, QByteArray(programSize, 'x')).map_error(fail);
+        QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        files.write(contents + u"/Info.plist"_s, *information.toXml()).map_error(fail);
+        app.appName = u"Photographs"_s;
+        app.configuredURL = WebAddress::parse(u"https://photographs.example/"_s);
+        favicons.saveIcon(photograph(sourceEdge), app.id).value();
+    }
+    static void fail(const FileError& error) { qFatal("%s", qPrintable(error.description())); }
+    void run() { generator.generate(app, directories.generatedApps()).value(); }
 };
 
 double secondsOf(const std::function<void()>& work) {
@@ -83,6 +136,13 @@ void iconPipeline(benchmark::State& state) {
         pipeline.run();
 }
 BENCHMARK(iconPipeline)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void generatingAnApp(benchmark::State& state) {
+    Generation generation;
+    for (auto _ : state)
+        generation.run();
+}
+BENCHMARK(generatingAnApp)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void libraryEncoding(benchmark::State& state) {
     const auto images = drawnSizes();
