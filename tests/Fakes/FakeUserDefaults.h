@@ -3,6 +3,7 @@
 
 #include "Platform/UserDefaults.h"
 
+#include <cerrno>
 #include <map>
 #include <vector>
 
@@ -22,7 +23,10 @@ public:
         return {};
     }
     FileResult<QString> preserveCopy(const QString& key) override {
-        preserved.push_back(values[key]);
+        const auto found = values.find(key);
+        if (found == values.end())
+            return tl::unexpected(FileError{QStringLiteral("read"), key, ENOENT});
+        preserved.push_back(found->second);
         return key + QStringLiteral(".damaged");
     }
 

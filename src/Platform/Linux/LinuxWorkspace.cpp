@@ -4,8 +4,6 @@
 #include "Platform/Linux/ProcessHandle.h"
 #include "Platform/Linux/ProcessList.h"
 #include "Platform/Linux/ProcessStart.h"
-#include "Platform/Linux/SessionBus.h"
-#include "Platform/Linux/X11Windows.h"
 #include "Platform/PropertyList.h"
 #include "Utilities/ApplicationIdentity.h"
 
@@ -101,8 +99,7 @@ void LinuxWorkspace::openApplication(const QString& bundleURL, const OpenConfigu
 void LinuxWorkspace::activate(const RunningApplication& application, ActivationOptions options) {
     Q_UNUSED(options)
     const QString name = application.bundleURL ? busNameOf(*application.bundleURL) : QString();
-    activateOnSessionBus(name, std::exchange(m_activationToken, {}),
-                         [process = application.processIdentifier](bool) { activateX11Window(process); });
+    m_activator.activate(name, application.processIdentifier, std::exchange(m_activationToken, {}));
 }
 
 bool LinuxWorkspace::terminate(const RunningApplication& application) {

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "Platform/Directories.h"
+#include "Platform/Linux/ApplicationActivator.h"
 #include "Platform/Linux/ChildReaper.h"
 #include "Platform/Scheduler.h"
 #include "Platform/Workspace.h"
 
 #include <QByteArray>
-#include <QObject>
 
 namespace wrapio {
 
@@ -47,6 +47,7 @@ private:
     Scheduler& m_scheduler;
     RegisteredBundle m_registeredBundle;
     ChildReaper m_children;
+    ApplicationActivator m_activator;
     QByteArray m_activationToken;
 };
 

@@ -3,7 +3,7 @@ pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
 
 wrapio_layer(wrapio_platform_linux
   FOLDER Platform/Linux
-  SOURCES ChildReaper.cpp FileCalls.cpp FileCatalogueLock.cpp FileDefaults.cpp HttpTransfer.cpp LinuxDirectories.cpp
+  SOURCES ApplicationActivator.cpp ChildReaper.cpp FileCalls.cpp FileCatalogueLock.cpp FileDefaults.cpp HttpTransfer.cpp LinuxDirectories.cpp
           LinuxFileSystem.cpp LinuxResources.cpp LinuxSystemHealth.cpp LinuxWorkspace.cpp ProcessList.cpp
           ProcessStart.cpp QtHttpClient.cpp QtScheduler.cpp SessionBus.cpp TemporaryFile.cpp TreeCopy.cpp
           TreeRemoval.cpp X11Windows.cpp

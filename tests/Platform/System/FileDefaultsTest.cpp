@@ -1,8 +1,10 @@
 #include "Platform/Linux/FileDefaults.h"
 
+#include "Fakes/PrintErrors.h"
 #include "Fakes/PrintQt.h"
 #include "Platform/Linux/LinuxFileSystem.h"
 #include "Platform/System/FileSizeLimit.h"
+#include "Platform/System/OrdinaryUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -76,6 +78,22 @@ TEST_F(FileDefaultsTest, AFailedWriteLeavesTheOldBytesAndNothingElse) {
     EXPECT_EQ(stored.error().code, EFBIG);
     EXPECT_EQ(defaults.data(u"key"_s), QByteArray("old"));
     EXPECT_EQ(names(), QStringList{u"key"_s});
+}
+
+TEST_F(FileDefaultsTest, BytesThatCannotBeReadAreNotOverwritten) {
+    put(u"key"_s, "precious");
+    const QString path = place + u"/key"_s;
+    OrdinaryUser::give(path);
+    OrdinaryUser::give(place);
+    ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0), 0);
+    {
+        const OrdinaryUser ordinary;
+        EXPECT_EQ(defaults.data(u"key"_s), std::nullopt);
+        EXPECT_EQ(defaults.setData("other", u"key"_s).error(), (FileError{u"read"_s, path, EACCES}));
+        EXPECT_EQ(defaults.preserveCopy(u"key"_s).error().code, EACCES);
+    }
+    ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0600), 0);
+    EXPECT_EQ(LinuxFileSystem().read(path, 100), QByteArray("precious"));
 }
 
 TEST_F(FileDefaultsTest, AFolderThatCannotBeMadeIsAFailure) {

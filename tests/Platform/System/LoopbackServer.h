@@ -67,6 +67,8 @@ private:
         });
     }
     void send(QTcpSocket& socket, const Answer& answer, std::size_t index) {
+        if (socket.state() != QAbstractSocket::ConnectedState)
+            return;
         if (index < answer.pieces.size()) {
             socket.write(answer.pieces[index]);
             QTimer::singleShot(0, &socket, [this, &socket, answer, index] { send(socket, answer, index + 1); });
