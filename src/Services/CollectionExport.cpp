@@ -48,7 +48,7 @@ tl::expected<bool, AnyError> CollectionExport::step() {
 }
 
 tl::expected<void, AnyError> CollectionExport::begin() {
-    auto scratch = ScratchFolder::create(m_system.files, m_system.temporary, u"wrapio-export-"_s);
+    auto scratch = ScratchDirectory::create(m_system.files, m_system.temporary, u"wrapio-export-"_s);
     if (!scratch)
         return tl::unexpected(AnyError(scratch.error()));
     m_scratch.emplace(std::move(*scratch));

@@ -8,7 +8,7 @@
 #include "Platform/FileSystem.h"
 #include "Platform/ToolRunner.h"
 #include "Services/FaviconService.h"
-#include "Services/ScratchFolder.h"
+#include "Services/ScratchDirectory.h"
 
 #include <tl/expected.hpp>
 
@@ -54,7 +54,7 @@ private:
     System m_system;
     std::vector<AppConfiguration> m_configurations;
     Timestamp m_now;
-    std::optional<ScratchFolder> m_scratch;
+    std::optional<ScratchDirectory> m_scratch;
     std::size_t m_next = 0;
     bool m_archiveExists = false;
 };

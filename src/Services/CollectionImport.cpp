@@ -55,7 +55,7 @@ tl::expected<bool, AnyError> CollectionImport::step() {
 }
 
 tl::expected<void, AnyError> CollectionImport::readArchive() {
-    auto scratch = ScratchFolder::create(m_system.files, m_system.temporary, u"wrapio-import-"_s);
+    auto scratch = ScratchDirectory::create(m_system.files, m_system.temporary, u"wrapio-import-"_s);
     if (!scratch)
         return tl::unexpected(AnyError(scratch.error()));
     m_scratch.emplace(std::move(*scratch));

@@ -7,7 +7,7 @@
 #include "Platform/ToolRunner.h"
 #include "Services/AppLifecycleManager.h"
 #include "Services/FaviconService.h"
-#include "Services/ScratchFolder.h"
+#include "Services/ScratchDirectory.h"
 
 #include <QUuid>
 
@@ -84,7 +84,7 @@ private:
     System m_system;
     QString m_url;
     bool m_isStarted = false;
-    std::optional<ScratchFolder> m_scratch;
+    std::optional<ScratchDirectory> m_scratch;
     std::vector<Record> m_records;
     ImportProgress m_progress;
     ImportOutcome m_outcome;

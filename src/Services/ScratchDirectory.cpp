@@ -1,4 +1,4 @@
-#include "Services/ScratchFolder.h"
+#include "Services/ScratchDirectory.h"
 
 #include "Models/AppConfiguration.h"
 
@@ -8,21 +8,21 @@
 
 namespace wrapio {
 
-ScratchFolder::ScratchFolder(FileSystem& files, QString path)
+ScratchDirectory::ScratchDirectory(FileSystem& files, QString path)
     : m_files(&files)
     , m_path(std::move(path)) {}
 
-ScratchFolder::ScratchFolder(ScratchFolder&& other) noexcept
+ScratchDirectory::ScratchDirectory(ScratchDirectory&& other) noexcept
     : m_files(std::exchange(other.m_files, nullptr))
     , m_path(other.m_path) {}
 
-ScratchFolder::~ScratchFolder() {
+ScratchDirectory::~ScratchDirectory() {
     if (m_files)
         static_cast<void>(m_files->remove(m_path));
 }
 
-FileResult<ScratchFolder> ScratchFolder::create(FileSystem& files, const QString& parent, const QString& prefix) {
-    ScratchFolder folder(files, parent + u'/' + prefix + canonicalText(QUuid::createUuid()));
+FileResult<ScratchDirectory> ScratchDirectory::create(FileSystem& files, const QString& parent, const QString& prefix) {
+    ScratchDirectory folder(files, parent + u'/' + prefix + canonicalText(QUuid::createUuid()));
     if (const auto created = files.createDirectories(folder.path()); !created)
         return tl::unexpected(created.error());
     return folder;

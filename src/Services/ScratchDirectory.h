@@ -10,20 +10,20 @@
 namespace wrapio {
 
 /// Owns the folder, not the file system, which must outlive it. Move-only.
-class ScratchFolder {
+class ScratchDirectory {
 public:
     /// Creates `parent`/`prefix`UUID.
-    [[nodiscard]] static FileResult<ScratchFolder> create(FileSystem& files, const QString& parent,
+    [[nodiscard]] static FileResult<ScratchDirectory> create(FileSystem& files, const QString& parent,
                                                           const QString& prefix);
-    ScratchFolder(ScratchFolder&& other) noexcept;
-    ScratchFolder& operator=(ScratchFolder&&) = delete;
+    ScratchDirectory(ScratchDirectory&& other) noexcept;
+    ScratchDirectory& operator=(ScratchDirectory&&) = delete;
     /// Removes the folder with all it holds; a failure of that is ignored.
-    ~ScratchFolder();
+    ~ScratchDirectory();
 
     [[nodiscard]] const QString& path() const { return m_path; }
 
 private:
-    ScratchFolder(FileSystem& files, QString path);
+    ScratchDirectory(FileSystem& files, QString path);
 
     FileSystem* m_files;  ///< null once moved from
     QString m_path;
