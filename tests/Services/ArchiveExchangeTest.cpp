@@ -202,6 +202,13 @@ TEST_F(ArchiveExchangeTest, files_that_are_no_archives_are_refused) {
     EXPECT_THAT(refusal(place(u"missing.wrapio"_s)).toStdString(), testing::HasSubstr("No such file or directory"));
 }
 
+TEST_F(ArchiveExchangeTest, an_archive_behind_a_link_is_imported) {
+    exportTo(place(u"a.wrapio"_s), {record(u"A"_s)});
+    ASSERT_TRUE(QFile::link(u"a.wrapio"_s, place(u"link.wrapio"_s)));
+    EXPECT_TRUE(import(place(u"link.wrapio"_s)));
+    EXPECT_EQ(store->configurations().size(), 2U);
+}
+
 TEST_F(ArchiveExchangeTest, every_truncation_is_refused) {
     exportTo(place(u"a.wrapio"_s), {record(u"A"_s)});
     const QByteArray whole = readFile(place(u"a.wrapio"_s));
