@@ -14,7 +14,7 @@ class ScratchDirectory {
 public:
     /// Creates `parent`/`prefix`UUID.
     [[nodiscard]] static FileResult<ScratchDirectory> create(FileSystem& files, const QString& parent,
-                                                          const QString& prefix);
+                                                             const QString& prefix);
     ScratchDirectory(ScratchDirectory&& other) noexcept;
     ScratchDirectory& operator=(ScratchDirectory&&) = delete;
     /// Removes the folder with all it holds; a failure of that is ignored.
