@@ -157,10 +157,11 @@ void ConfigurationManager::updateConfiguration(AppConfiguration config) {
     save();
 }
 
-void ConfigurationManager::removeApp(const QUuid& id) {
-    const auto record = find(id);
+void ConfigurationManager::removeApp(const QUuid& appId) {
+    const auto record = find(appId);
     if (!record)
         return;
+    const QUuid id = record->id;  // the caller's may lie in the list that is about to change
     removeBundle(*record);
     m_previews.delete_(id);
     std::vector<AppConfiguration> records = configurations();

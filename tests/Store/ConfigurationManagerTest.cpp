@@ -210,6 +210,13 @@ TEST_F(ConfigurationManagerTest, reports_a_bundle_that_cannot_be_deleted_and_rem
     EXPECT_EQ(store->configurations().size(), 2U);
 }
 
+TEST_F(ConfigurationManagerTest, removes_a_record_by_the_id_that_lies_in_the_catalogue_itself) {
+    makeThree();
+    store->removeApp(store->configurations()[0].id);
+    EXPECT_EQ(namesOf(stored()), QStringList({u"B"_s, u"C"_s}));
+    EXPECT_EQ(store->selectedAppId(), id(0));
+}
+
 TEST_F(ConfigurationManagerTest, ignores_the_removal_of_an_unknown_record) {
     makeThree();
     store->removeApp(QUuid::createUuid());

@@ -5,6 +5,8 @@
 #include "Platform/Linux/ZipDirectory.h"
 #include "Platform/Linux/ZipNames.h"
 
+#include <QFileInfo>
+
 #include <archive.h>
 #include <archive_entry.h>
 #include <sys/stat.h>
@@ -149,7 +151,9 @@ ToolOutcome<void> unpackInto(ExtractionFolder& folder, int descriptor, qint64 si
 }  // namespace
 
 ToolOutcome<void> unpackZip(const QString& zip, const QString& folder, const ZipLimits& limits) {
-    const auto file = openRegularFile(zip);
+    // A person may keep an archive behind a link; only links inside of one are a danger.
+    const QString withoutLinks = QFileInfo(zip).canonicalFilePath();
+    const auto file = openRegularFile(withoutLinks.isEmpty() ? zip : withoutLinks);
     if (!file)
         return toolFailure(file.error());
     struct stat status {};
