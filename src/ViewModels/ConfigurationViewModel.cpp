@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 largestIconFile = 64LL * 1024 * 1024;
+constexpr qint64 largestIconFile = 16LL * 1024 * 1024;
 const QString devIcon = u"template-dev-server"_s;
 
 /// Inverts a page, and inverts once more what is to keep its colours.

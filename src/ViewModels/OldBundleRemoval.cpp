@@ -24,7 +24,8 @@ bool isInhabited(const std::string& name, const ConfigurationManager& store) {
 void removeOldBundle(const AppConfiguration& before, const AppConfiguration& after, const ViewModelServices& services) {
     if (before.displayName() == after.displayName())
         return;
-    for (const std::string& name : BundlePlaces(before.displayName()).names()) {
+    const BundlePlaces places(before.displayName());
+    for (const std::string& name : places.names()) {
         const QString path = services.directories.generatedApps() + u'/' + QString::fromStdString(name);
         if (!services.files.exists(path) || isInhabited(name, services.configManager))
             continue;
