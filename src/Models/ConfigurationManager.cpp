@@ -164,6 +164,15 @@ void ConfigurationManager::removeApp(const QUuid& appId) {
     const QUuid id = record->id;  // the caller's may lie in the list that is about to change
     removeBundle(*record);
     m_previews.delete_(id);
+    takeOut(id);
+}
+
+void ConfigurationManager::discardApp(const QUuid& id) {
+    if (indexOf(id))
+        takeOut(id);
+}
+
+void ConfigurationManager::takeOut(const QUuid& id) {
     std::vector<AppConfiguration> records = configurations();
     std::erase_if(records, [&id](const AppConfiguration& other) { return other.id == id; });
     const auto first = firstId(records);

@@ -49,6 +49,9 @@ public:
     void updateConfiguration(AppConfiguration config);
     /// Removes a record, its bundle, its registration and its preview. Its saved icon and site data stay.
     void removeApp(const QUuid& id);
+    /// Takes a record out of the catalogue that no bundle was made for. The disk is left alone: a bundle of that name
+    /// belongs to another record.
+    void discardApp(const QUuid& id);
     /// Takes a record's bundle and its registration away; the record stays. A bundle that cannot be deleted is reported.
     void removeBundle(const AppConfiguration& config);
     /// Moves a record to another place; both indices count from 0. Indices that do not exist are ignored.
@@ -76,6 +79,7 @@ private:
     void runStartupMaintenance();
     void cleanUpOrphans();
     void checkHealth();
+    void takeOut(const QUuid& id);
     [[nodiscard]] std::optional<std::size_t> indexOf(const QUuid& id) const;
 
     UserDefaults& userDefaults;

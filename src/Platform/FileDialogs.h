@@ -11,7 +11,8 @@ namespace wrapio {
 
 struct OpenFileRequest {
     QString title;
-    QStringList extensions;  ///< those that may be chosen, without a dot; any file when empty
+    QStringList extensions = {};    ///< those that may be chosen, without a dot; any when empty
+    QStringList contentTypes = {};  ///< media types that may be chosen, offered in this order; any when empty
 };
 
 struct SaveFileRequest {

@@ -113,7 +113,9 @@ std::optional<QString> FaviconService::saveIcon(const QImage& image, const QUuid
     const auto path = png ? getIconPath(id) : std::nullopt;
     if (!path)
         return std::nullopt;
-    if (const auto written = m_files.write(*path, *png); !written) {
+    const auto written = m_files.write(*path, *png);
+    countChange(id);
+    if (!written) {
         printDiagnostics(u"[FaviconService] Failed to save icon: "_s + written.error().description());
         // Half an icon would hide that there is none.
         if (m_files.exists(*path) && !imageAt(m_files, *path))
@@ -144,6 +146,17 @@ std::optional<QImage> FaviconService::loadSavedIcon(const QUuid& id) {
 void FaviconService::deleteSavedIcon(const QUuid& id) {
     if (const auto path = getIconPath(id))
         static_cast<void>(m_files.remove(*path));
+    countChange(id);
+}
+
+quint64 FaviconService::iconRevision(const QUuid& id) const {
+    const std::lock_guard lock(m_revisionsMutex);
+    return m_revisions.value(id);
+}
+
+void FaviconService::countChange(const QUuid& id) {
+    const std::lock_guard lock(m_revisionsMutex);
+    ++m_revisions[id];
 }
 
 std::optional<QString> FaviconService::getIconPath(const QUuid& id) const {

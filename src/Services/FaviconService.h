@@ -7,11 +7,13 @@
 #include "Platform/HttpClient.h"
 #include "Utilities/SharedInstance.h"
 
+#include <QHash>
 #include <QImage>
 #include <QUuid>
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 
 namespace wrapio {
@@ -36,16 +38,21 @@ public:
     [[nodiscard]] std::optional<QImage> loadSavedIcon(const QUuid& id);
     /// Removes an app's saved icon, if there is one.
     void deleteSavedIcon(const QUuid& id);
+    /// How often an app's saved icon was written or removed in this run: what is drawn of an older one is out of date.
+    [[nodiscard]] quint64 iconRevision(const QUuid& id) const;
 
 private:
     struct Search;
     void downloadImage(const QString& url, Completion completion);
     void tryNext(const std::shared_ptr<Search>& search);
     [[nodiscard]] std::optional<QString> getIconPath(const QUuid& id) const;
+    void countChange(const QUuid& id);
 
     HttpClient& m_http;
     FileSystem& m_files;
     Directories m_directories;
+    mutable std::mutex m_revisionsMutex;
+    QHash<QUuid, quint64> m_revisions;
 };
 
 }  // namespace wrapio
