@@ -261,7 +261,7 @@ struct AcrossFileSystems : LinuxFileSystemTest {
         ASSERT_EQ(::stat(QFile::encodeName(folder.path()).constData(), &here), 0);
         if (!memory.isValid() || ::stat(QFile::encodeName(memory.path()).constData(), &there) != 0 ||
             here.st_dev == there.st_dev)
-            GTEST_SKIP() << "/dev/shm is no file system of its own here";
+            GTEST_SKIP() << "The folder /dev/shm is no file system of its own here";
     }
     [[nodiscard]] QString there(const QString& name) const { return memory.path() + u'/' + name; }
 
