@@ -172,7 +172,8 @@ void ConfigurationManager::discardApp(const QUuid& id) {
         takeOut(id);
 }
 
-void ConfigurationManager::takeOut(const QUuid& id) {
+/// The id comes by value: the caller's may lie in the list that changes here.
+void ConfigurationManager::takeOut(QUuid id) {
     std::vector<AppConfiguration> records = configurations();
     std::erase_if(records, [&id](const AppConfiguration& other) { return other.id == id; });
     const auto first = firstId(records);

@@ -79,7 +79,7 @@ private:
     void runStartupMaintenance();
     void cleanUpOrphans();
     void checkHealth();
-    void takeOut(const QUuid& id);
+    void takeOut(QUuid id);
     [[nodiscard]] std::optional<std::size_t> indexOf(const QUuid& id) const;
 
     UserDefaults& userDefaults;

@@ -7,76 +7,96 @@
 
 namespace wrapio {
 
+namespace {
+
+/// Whether the row's name and all that follows from it are those of `record`.
+bool isMadeFrom(const AppRow& row, const AppConfiguration& record) {
+    return row.appName == record.appName && row.address == record.configuredURL;
+}
+
+AppRow namedRow(const AppConfiguration& record) {
+    AppRow row;
+    row.id = record.id;
+    row.appName = record.appName;
+    row.address = record.configuredURL;
+    row.displayName = record.displayName();
+    row.host = record.configuredURL ? record.configuredURL->host().value_or(QString()) : QString();
+    row.searchableName = SearchText(row.displayName);
+    row.searchableHost = SearchText(row.host);
+    row.places = BundlePlaces(row.displayName);
+    return row;
+}
+
+}  // namespace
+
 bool AppRow::looksLike(const AppRow& other) const {
     return id == other.id && displayName == other.displayName && host == other.host && iconUrl == other.iconUrl &&
            bundleHint == other.bundleHint && isRunning == other.isRunning && isOutdated == other.isOutdated;
 }
 
 void AppRows::rebuild(const std::vector<AppConfiguration>& records, const std::set<QUuid>& runningIds) {
-    std::vector<AppRow> rows;
+    AppRowList rows;
     rows.reserve(records.size());
+    QHash<QUuid, Row> byId;
+    byId.reserve(static_cast<qsizetype>(records.size()));
+    bool sameNames = records.size() == m_rows.size();
     for (const AppConfiguration& record : records) {
-        rows.push_back(makeRow(record));
-        rows.back().isRunning = runningIds.contains(record.id);
+        const Row known = m_byId.value(record.id);
+        rows.push_back(rowOf(record, known, runningIds.contains(record.id)));
+        sameNames = sameNames && known && isMadeFrom(*known, record);
     }
-    addHints(rows);
-
-    AppRowList shown;
-    shown.reserve(rows.size());
-    QHash<QUuid, std::shared_ptr<const AppRow>> byId;
-    byId.reserve(static_cast<qsizetype>(rows.size()));
-    for (AppRow& row : rows) {
-        const auto known = m_byId.value(row.id);
-        const bool unchanged =
-            known && known->looksLike(row) && known->appName == row.appName && known->address == row.address;
-        shown.push_back(unchanged ? known : std::make_shared<const AppRow>(std::move(row)));
-        byId.insert(shown.back()->id, shown.back());
-    }
-    m_rows = std::move(shown);
+    if (!sameNames)
+        addHints(rows);
+    for (const Row& row : rows)
+        byId.insert(row->id, row);
+    m_rows = std::move(rows);
     m_byId = std::move(byId);
 }
 
-AppRow AppRows::makeRow(const AppConfiguration& record) const {
-    AppRow row;
-    const auto known = m_byId.value(record.id);
-    if (known && known->appName == record.appName && known->address == record.configuredURL) {
-        row = *known;
-    } else {
-        row.id = record.id;
-        row.appName = record.appName;
-        row.address = record.configuredURL;
-        row.displayName = record.displayName();
-        row.host = record.configuredURL ? record.configuredURL->host().value_or(QString()) : QString();
-        row.searchableName = SearchText(row.displayName);
-        row.searchableHost = SearchText(row.host);
-        row.places = BundlePlaces(row.displayName);
-    }
-    row.isOutdated = m_sources.isOutdated(record);
-    row.iconUrl = appIconUrl(record.id, m_sources.iconRevision(record.id));
-    return row;
+AppRows::Row AppRows::rowOf(const AppConfiguration& record, const Row& known, bool isRunning) const {
+    const bool sameName = known && isMadeFrom(*known, record);
+    const bool isOutdated = m_sources.isOutdated(record);
+    const quint64 revision = m_sources.iconRevision(record.id);
+    if (sameName && known->isOutdated == isOutdated && known->isRunning == isRunning && known->iconRevision == revision)
+        return known;
+    AppRow row = sameName ? *known : namedRow(record);
+    row.isRunning = isRunning;
+    row.isOutdated = isOutdated;
+    row.iconRevision = revision;
+    row.iconUrl = appIconUrl(record.id, revision);
+    return std::make_shared<const AppRow>(std::move(row));
 }
 
-void AppRows::addHints(std::vector<AppRow>& rows) const {
+void AppRows::addHints(AppRowList& rows) {
     // Of each file name, the first two rows that have it.
     std::unordered_map<std::string_view, std::pair<const AppRow*, const AppRow*>> owners;
-    for (const AppRow& row : rows) {
-        for (const std::string& name : row.places.names()) {
+    owners.reserve(rows.size());
+    for (const Row& row : rows) {
+        for (const std::string& name : row->places.names()) {
             auto& [first, second] = owners[name];
             if (!first)
-                first = &row;
+                first = row.get();
             else if (!second)
-                second = &row;
+                second = row.get();
         }
     }
-    for (AppRow& row : rows) {
-        row.bundleHint.clear();
-        for (const std::string& name : row.places.names()) {
-            const auto& [first, second] = owners[name];
-            if (const AppRow* const other = first == &row ? second : first; other && row.bundleHint.isEmpty())
-                row.bundleHint = sharedBundleHint(other->displayName);
+    std::vector<QString> hints;
+    hints.reserve(rows.size());
+    for (const Row& row : rows) {
+        QString hint = row->places.agree() ? QString() : unsafeNameHint();
+        for (const std::string& name : row->places.names()) {
+            const auto& [first, second] = owners.at(name);
+            if (const AppRow* const other = first == row.get() ? second : first)
+                hint = sharedBundleHint(other->displayName);
         }
-        if (row.bundleHint.isEmpty() && !row.places.agree())
-            row.bundleHint = unsafeNameHint();
+        hints.push_back(std::move(hint));
+    }
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i]->bundleHint == hints[i])
+            continue;
+        AppRow changed = *rows[i];
+        changed.bundleHint = hints[i];
+        rows[i] = std::make_shared<const AppRow>(std::move(changed));
     }
 }
 

@@ -26,6 +26,7 @@ struct AppRow {
     bool isOutdated = false;
 
     // What the row was made from, kept so that it need not be made again.
+    quint64 iconRevision = 0;
     std::optional<QString> appName;
     std::optional<WebAddress> address;
     SearchText searchableName;
@@ -60,12 +61,14 @@ public:
     [[nodiscard]] std::vector<std::size_t> matching(const QString& search) const;
 
 private:
-    [[nodiscard]] AppRow makeRow(const AppConfiguration& record) const;
-    void addHints(std::vector<AppRow>& rows) const;
+    using Row = std::shared_ptr<const AppRow>;
+
+    [[nodiscard]] Row rowOf(const AppConfiguration& record, const Row& known, bool isRunning) const;
+    static void addHints(AppRowList& rows);
 
     Sources m_sources;
     AppRowList m_rows;
-    QHash<QUuid, std::shared_ptr<const AppRow>> m_byId;
+    QHash<QUuid, Row> m_byId;
 };
 
 }  // namespace wrapio

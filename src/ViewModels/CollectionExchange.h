@@ -33,7 +33,8 @@ public:
 
     /// Writes `configurations` and their icons into an archive. Answers its path, or nothing when cancelled.
     [[nodiscard]] virtual ScheduledTask exportAll(const std::vector<AppConfiguration>& configurations,
-                                                  FaviconService& faviconService, ExportCompletion completion) = 0;
+                                                  FaviconService& faviconService, ProgressObserver progress,
+                                                  ExportCompletion completion) = 0;
     /// Adds the apps of an archive to `store` and makes their bundles. Answers how many; 0 when cancelled.
     [[nodiscard]] virtual ScheduledTask importCollection(ConfigurationManager& store, FaviconService& faviconService,
                                                          AppLifecycleManager& appLifecycleManager,

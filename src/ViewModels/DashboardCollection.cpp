@@ -60,6 +60,7 @@ void DashboardViewModel::exportApps() {
     m_isExchanging.set(true);
     m_exchange = m_services.collectionExchange.exportAll(
         m_services.configManager.configurations(), m_services.faviconService,
+        [this](const Progress& progress) { m_exchangeProgress.set(progress); },
         [this](const tl::expected<std::optional<QString>, AnyError>& result) { finishExport(result); });
 }
 

@@ -71,12 +71,20 @@ void DashboardViewModel::showMatches() {
 /// Read now and then instead of with every change of the catalogue: it is a file.
 void DashboardViewModel::readTemplateVersion() {
     m_templateVersion = m_services.versionManager.runnerTemplateVersion();
+    m_olderVersions.clear();
 }
 
 bool DashboardViewModel::isOutdated(const AppConfiguration& config) const {
     if (!config.runnerVersion && !config.configuredURL)
         return false;  // nothing could be made of it
-    return VersionManager::isVersion(m_templateVersion, config.runnerVersion.value_or(QString()));
+    return isOlderThanTemplate(config.runnerVersion.value_or(QString()));
+}
+
+bool DashboardViewModel::isOlderThanTemplate(const QString& version) const {
+    const auto known = m_olderVersions.constFind(version);
+    if (known != m_olderVersions.constEnd())
+        return *known;
+    return *m_olderVersions.insert(version, VersionManager::isVersion(m_templateVersion, version));
 }
 
 std::vector<AppConfiguration> DashboardViewModel::filteredConfigurations() const {

@@ -184,6 +184,7 @@ private:
     void showMatches();
     void readTemplateVersion();
     [[nodiscard]] bool isOutdated(const AppConfiguration& config) const;
+    [[nodiscard]] bool isOlderThanTemplate(const QString& version) const;
     void edit(const std::optional<AppEditingContext>& context);
     void replaceEditor();
     void deleteWithUndo(const AppConfiguration& config);
@@ -216,6 +217,7 @@ private:
     AppRows m_rows;
     AppListModel m_appList;
     QString m_templateVersion;
+    mutable QHash<QString, bool> m_olderVersions;  ///< what was asked about versions since the template's was read
     int m_outdatedCount = 0;
 
     std::unique_ptr<EditorSheetViewModel> m_editor;

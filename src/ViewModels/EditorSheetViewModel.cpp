@@ -94,9 +94,15 @@ void EditorSheetViewModel::catalogueChanged() {
     const bool isMissing = !record();
     if (isMissing != isAppMissing())
         m_isAppMissing.set(isMissing);
-    collectOtherApps();
-    updateHints();
+    m_knowsOtherApps = false;
     Q_EMIT removesOtherAppsChanged();
+    // Once for all changes of one turn: saving alone makes nine.
+    if (std::exchange(m_hintsAreDue, true))
+        return;
+    m_services.scheduler.async([self = QPointer(this)] {
+        if (self)
+            self->updateHints();
+    });
 }
 
 /// Requests from outside may select another app while the sheet is open. In a later turn, since the store is telling.
@@ -108,6 +114,8 @@ void EditorSheetViewModel::holdSelection() {
 }
 
 void EditorSheetViewModel::collectOtherApps() {
+    if (std::exchange(m_knowsOtherApps, true))
+        return;
     m_otherApps.clear();
     for (const AppConfiguration& other : m_services.configManager.configurations()) {
         if (other.id != m_context.appId)
@@ -116,6 +124,8 @@ void EditorSheetViewModel::collectOtherApps() {
 }
 
 void EditorSheetViewModel::updateHints() {
+    m_hintsAreDue = false;
+    collectOtherApps();
     AppConfiguration form;
     form.appName = m_form.storedName();
     form.configuredURL = m_form.isValidURL() ? m_form.address() : std::nullopt;

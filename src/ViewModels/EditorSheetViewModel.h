@@ -123,6 +123,8 @@ private:
         BundlePlaces places;
     };
     std::vector<OtherApp> m_otherApps;
+    bool m_knowsOtherApps = false;
+    bool m_hintsAreDue = false;
     std::optional<AppConfiguration> m_replaced;  ///< the record before the first attempt to save
     bool m_isFilling = false;
     bool m_wasDevMode = false;

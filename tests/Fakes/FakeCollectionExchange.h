@@ -10,14 +10,16 @@ namespace wrapio {
 class FakeCollectionExchange final : public CollectionExchange {
 public:
     ScheduledTask exportAll(const std::vector<AppConfiguration>& configurations, FaviconService& faviconService,
-                            ExportCompletion completion) override {
+                            ProgressObserver progress, ExportCompletion completion) override {
         exported = configurations;
         exportIcons = &faviconService;
         ++exports;
         m_export = std::move(completion);
+        m_progress = std::move(progress);
         return ScheduledTask([this] {
             ++cancelled;
             m_export = nullptr;
+            m_progress = nullptr;
         });
     }
 

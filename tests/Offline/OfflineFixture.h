@@ -37,6 +37,8 @@ public:
     [[nodiscard]] AppLifecycleManager& lifecycle() { return *m_lifecycle; }
     [[nodiscard]] FaviconService& favicons() { return m_favicons; }
     [[nodiscard]] ViewModelServices services();
+    /// Takes the dashboard away, as if its window were closed; dashboard() must not be called any more.
+    void closeDashboard() { m_dashboard.reset(); }
 
     FakeWorkspace workspace;
     FakeHttpClient http;

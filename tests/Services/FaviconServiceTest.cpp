@@ -261,5 +261,14 @@ TEST_F(FaviconServiceTest, DeletesASavedIconAndIgnoresThatThereIsNone) {
     EXPECT_TRUE(output.lines().isEmpty());
 }
 
+TEST_F(FaviconServiceTest, CountsEveryChangeOfASavedIcon) {
+    EXPECT_EQ(favicons.iconRevision(id), 0U);
+    favicons.saveIcon(plainImage(32, 32), id);
+    EXPECT_EQ(favicons.iconRevision(id), 1U);
+    favicons.deleteSavedIcon(id);
+    EXPECT_EQ(favicons.iconRevision(id), 2U);
+    EXPECT_EQ(favicons.iconRevision(QUuid::createUuid()), 0U);
+}
+
 }  // namespace
 }  // namespace wrapio

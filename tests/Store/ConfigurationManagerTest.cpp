@@ -217,6 +217,18 @@ TEST_F(ConfigurationManagerTest, removes_a_record_by_the_id_that_lies_in_the_cat
     EXPECT_EQ(store->selectedAppId(), id(0));
 }
 
+TEST_F(ConfigurationManagerTest, discards_a_record_without_touching_the_bundle_of_its_name) {
+    makeThree();
+    const QString bundle = makeBundle(u"A.app"_s);
+    const QUuid b = id(1);
+    store->discardApp(store->configurations()[0].id);
+    EXPECT_EQ(namesOf(stored()), QStringList({u"B"_s, u"C"_s}));
+    EXPECT_EQ(store->selectedAppId(), b);
+    EXPECT_TRUE(QFile::exists(bundle));
+    store->discardApp(QUuid::createUuid());
+    EXPECT_EQ(store->configurations().size(), 2U);
+}
+
 TEST_F(ConfigurationManagerTest, ignores_the_removal_of_an_unknown_record) {
     makeThree();
     store->removeApp(QUuid::createUuid());

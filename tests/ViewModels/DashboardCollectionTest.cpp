@@ -122,6 +122,8 @@ TEST_F(DashboardCollectionTest, exports_the_whole_catalogue_whatever_the_search)
     EXPECT_EQ(exchange.exported, store->configurations());
     EXPECT_EQ(exchange.exportIcons, &favicons);
     EXPECT_TRUE(dashboard->isExchanging());
+    exchange.tell({1, 4});
+    EXPECT_EQ(dashboard->exchangeProgress(), (Progress{1, 4}));
     DiagnosticsCapture capture;
     exchange.finishExport(std::optional(u"/home/me/My Apps.wrapio"_s));
     EXPECT_EQ(capture.lines(), QStringList{u"[Dashboard] Exported to /home/me/My Apps.wrapio"_s});

@@ -1,12 +1,6 @@
-#include "ViewModels/EditorSheetViewModel.h"
-
-#include "ViewModelFixture.h"
+#include "EditorSheetFixture.h"
 
 #include <QSignalSpy>
-
-#include <gmock/gmock.h>
-
-#include <memory>
 
 namespace wrapio {
 
@@ -14,40 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class EditorSheetViewModelTest : public ViewModelFixture {
-protected:
-    EditorSheetViewModel& open(AppEditingContext context) {
-        sheet = std::make_unique<EditorSheetViewModel>(
-            makeServicesOnce(), std::move(context),
-            [this](const AppConfiguration& config) { removed << config.displayName(); });
-        QObject::connect(sheet.get(), &EditorSheetViewModel::dismissed, [this] { ++dismissals; });
-        sheet->open();
-        return *sheet;
-    }
-    EditorSheetViewModel& openNew() { return open({.mode = ConfigurationMode::create}); }
-    EditorSheetViewModel& openEdit(const AppConfiguration& config) {
-        return open({.mode = ConfigurationMode::edit, .appId = config.id, .isNew = false});
-    }
-    EditorSheetViewModel& openTemplate(const AppTemplate& appTemplate) {
-        makeServicesOnce();
-        const QUuid id = store->createApp().id;
-        return open({.mode = ConfigurationMode::template_, .appId = id, .appTemplate = appTemplate});
-    }
-    ConfigurationViewModel& form() { return sheet->configuration(); }
-
-    const ViewModelServices& makeServicesOnce() {
-        if (!services)
-            services.emplace(makeServices(records));
-        return *services;
-    }
-
-    std::vector<AppConfiguration> records = {ViewModelFixture::app(u"Mail"_s, u"https://mail.example.com/"_s),
-                                             ViewModelFixture::app(u"News"_s, u"https://news.example.com/"_s)};
-    std::optional<ViewModelServices> services;
-    std::unique_ptr<EditorSheetViewModel> sheet;
-    QStringList removed;
-    int dismissals = 0;
-};
+using EditorSheetViewModelTest = EditorSheetFixture;
 
 AppTemplate mailTemplate() {
     AppTemplate chosen;
@@ -304,34 +265,6 @@ TEST_F(EditorSheetViewModelTest, works_on_its_own_app_when_another_is_selected_m
     EXPECT_EQ(names(), (QStringList{u"Post"_s, u"News"_s}));
 }
 
-TEST_F(EditorSheetViewModelTest, takes_the_old_bundle_away_once_the_app_stands_under_its_new_name) {
-    makeServicesOnce();
-    makeBundles();
-    openEdit(records[0]);
-    form().setAppNameInput(u"Post"_s);
-    tools.forget();
-    ASSERT_TRUE(sheet->save());
-    EXPECT_TRUE(hasBundle(u"Post.app"_s));
-    EXPECT_FALSE(hasBundle(u"Mail.app"_s));
-    EXPECT_TRUE(hasBundle(u"News.app"_s));
-    EXPECT_THAT(tools.calls(),
-                testing::Contains(RecordingToolRunner::Call{lsregister, {u"-u"_s, bundle(u"Mail.app"_s)}}));
-}
-
-TEST_F(EditorSheetViewModelTest, leaves_the_old_bundle_while_the_new_one_does_not_stand) {
-    makeServicesOnce();
-    makeBundles();
-    openEdit(records[0]);
-    form().setAppNameInput(u"Post"_s);
-    failGeneration();
-    ASSERT_FALSE(sheet->save());
-    EXPECT_TRUE(hasBundle(u"Mail.app"_s));
-    files.fault = nullptr;
-    ASSERT_TRUE(sheet->save());
-    EXPECT_FALSE(hasBundle(u"Mail.app"_s));
-    EXPECT_TRUE(hasBundle(u"Post.app"_s));
-}
-
 TEST_F(EditorSheetViewModelTest, applies_a_quick_start_template_by_its_stable_id) {
     openNew();
     sheet->applyTemplate(u"localhost-dev"_s);
@@ -340,99 +273,6 @@ TEST_F(EditorSheetViewModelTest, applies_a_quick_start_template_by_its_stable_id
     EXPECT_TRUE(form().isValidURL());
     sheet->applyTemplate(u"unknown"_s);
     EXPECT_EQ(form().appNameInput(), u"Localhost Dev Server"_s);
-}
-
-TEST_F(EditorSheetViewModelTest, hints_at_another_app_with_the_same_bundle_without_blocking) {
-    openNew();
-    QSignalSpy hints(sheet.get(), &EditorSheetViewModel::hintsChanged);
-    EXPECT_EQ(sheet->bundleHint(), QString());
-    form().setUrlInput(u"chat.example.com"_s);
-    form().setAppNameInput(u"News"_s);
-    EXPECT_TRUE(sheet->bundleHint().contains(u"“News”"_s));
-    EXPECT_GT(hints.count(), 0);
-    form().setAppNameInput(u"Chat"_s);
-    EXPECT_EQ(sheet->bundleHint(), QString());
-    form().setAppNameInput(u" News "_s);
-    EXPECT_TRUE(sheet->bundleHint().contains(u"“News”"_s));
-    EXPECT_TRUE(sheet->save());
-}
-
-TEST_F(EditorSheetViewModelTest, hints_at_the_name_that_the_address_would_give) {
-    openNew();
-    store->updateConfiguration([this] {
-        AppConfiguration news = records[1];
-        news.appName = u"Example"_s;
-        return news;
-    }());
-    form().setUrlInput(u"chat.example.com"_s);
-    EXPECT_TRUE(sheet->bundleHint().contains(u"“Example”"_s));
-}
-
-TEST_F(EditorSheetViewModelTest, does_not_hint_at_the_app_itself) {
-    openEdit(records[0]);
-    EXPECT_EQ(sheet->bundleHint(), QString());
-    EXPECT_EQ(sheet->nameHint(), QString());
-    EXPECT_EQ(sheet->safeName(), QString());
-}
-
-TEST_F(EditorSheetViewModelTest, offers_the_safe_name_where_the_places_of_a_bundle_disagree) {
-    openEdit(records[0]);
-    form().setAppNameInput(u"Mail: v1.0"_s);
-    EXPECT_FALSE(sheet->nameHint().isEmpty());
-    EXPECT_EQ(sheet->safeName(), u"Mail v10"_s);
-    sheet->takeSafeName();
-    EXPECT_EQ(form().appNameInput(), u"Mail v10"_s);
-    EXPECT_EQ(sheet->nameHint(), QString());
-    sheet->takeSafeName();
-    EXPECT_EQ(form().appNameInput(), u"Mail v10"_s);
-}
-
-TEST_F(EditorSheetViewModelTest, hints_without_an_offer_when_nothing_of_a_name_is_safe) {
-    openEdit(records[0]);
-    form().setAppNameInput(u"..."_s);
-    EXPECT_FALSE(sheet->nameHint().isEmpty());
-    EXPECT_EQ(sheet->safeName(), QString());
-    sheet->takeSafeName();
-    EXPECT_EQ(form().appNameInput(), u"..."_s);
-}
-
-TEST_F(EditorSheetViewModelTest, tells_whether_removing_takes_other_apps_too) {
-    openEdit(records[0]);
-    QSignalSpy changed(sheet.get(), &EditorSheetViewModel::removesOtherAppsChanged);
-    EXPECT_TRUE(sheet->removesOtherApps());
-    store->removeApp(records[1].id);
-    EXPECT_FALSE(sheet->removesOtherApps());
-    EXPECT_GT(changed.count(), 0);
-}
-
-TEST_F(EditorSheetViewModelTest, resets_the_whole_catalogue_on_remove_app) {
-    makeServicesOnce();
-    makeBundles();
-    openEdit(records[0]);
-    sheet->removeApp();
-    EXPECT_EQ(names(), QStringList());
-    EXPECT_FALSE(hasBundle(u"Mail.app"_s));
-    EXPECT_FALSE(hasBundle(u"News.app"_s));
-    EXPECT_EQ(dismissals, 1);
-}
-
-TEST_F(EditorSheetViewModelTest, hands_only_this_app_over_to_be_deleted_with_undo) {
-    openEdit(records[0]);
-    sheet->removeOnlyThisApp();
-    EXPECT_EQ(removed, QStringList{u"Mail"_s});
-    EXPECT_EQ(names(), (QStringList{u"Mail"_s, u"News"_s}));
-    EXPECT_EQ(dismissals, 1);
-}
-
-TEST_F(EditorSheetViewModelTest, takes_removing_a_new_app_for_cancelling_it) {
-    openNew();
-    sheet->removeApp();
-    EXPECT_EQ(names(), (QStringList{u"Mail"_s, u"News"_s}));
-    openNew();
-    sheet->removeOnlyThisApp();
-    EXPECT_EQ(names(), (QStringList{u"Mail"_s, u"News"_s}));
-    EXPECT_EQ(removed, QStringList());
-    EXPECT_EQ(dismissals, 2);
 }
 
 }  // namespace wrapio
