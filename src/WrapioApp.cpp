@@ -14,9 +14,11 @@
 #include "Platform/Linux/LinuxSystemHealth.h"
 #include "Platform/Linux/LinuxToolRunner.h"
 #include "Platform/Linux/LinuxWorkspace.h"
+#include "Platform/Linux/PrivateFolder.h"
 #include "Platform/Linux/QtHttpClient.h"
 #include "Platform/Linux/QtScheduler.h"
 #include "Services/BundleGenerator.h"
+#include "Services/CollectionExportService.h"
 #include "Services/IconService.h"
 
 #include <QCoreApplication>
@@ -87,11 +89,23 @@ public:
         : launchServices(platform.tools, platform.files, platform.workspace, platform.directories)
         , previews(platform.files, platform.directories), favicons(platform.http, platform.files, platform.directories)
         , icons(platform.tools, platform.files), versions(platform.resources, platform.files)
-        , generator(platform.tools, platform.files, platform.resources, favicons, icons, launchServices, versions) {
+        , generator(platform.tools, platform.files, platform.resources, favicons, icons, launchServices, versions)
+        , m_platform(platform), m_scratch(platform.directories.temporary) {
         LaunchServicesManager::setShared(&launchServices);
         PreviewCacheManager::setShared(&previews);
         FaviconService::setShared(&favicons);
         IconService::setShared(&icons);
+    }
+
+    /// Collections in and out, in a folder of their own.
+    CollectionExportService& exchange() {
+        if (!m_exchange) {
+            Directories directories = m_platform.directories;
+            directories.temporary = m_scratch.path();
+            m_exchange.emplace(m_platform.tools, m_platform.files, m_platform.scheduler, directories);
+            CollectionExportService::setShared(&*m_exchange);
+        }
+        return *m_exchange;
     }
 
     LaunchServicesManager launchServices;
@@ -100,6 +114,11 @@ public:
     IconService icons;
     VersionManager versions;
     BundleGenerator generator;
+
+private:
+    PlatformServices& m_platform;
+    PrivateFolder m_scratch;
+    std::optional<CollectionExportService> m_exchange;
 };
 
 /// Loads the catalogue when it is first needed: under the lock when it is to be changed, or when nobody else holds it.
@@ -152,7 +171,7 @@ int WrapioApp::run(const QStringList& arguments) {
     const auto command = parseCommand(arguments);
     if (!command)
         return failWith(command.error().message + u"; \"wrapio --help\" shows how it is used"_s, ExitStatus::usage);
-    if (std::holds_alternative<StartCommand>(command->action))
+    if (std::holds_alternative<StartCommand>(command->action) || std::holds_alternative<OpenCommand>(command->action))
         return failWith(u"there is no dashboard in this version yet; \"wrapio --help\" shows what can be done"_s,
                         ExitStatus::usage);
     setDiagnosticsDestination(command->verbose ? DiagnosticsDestination::standardError
@@ -164,7 +183,8 @@ int WrapioApp::run(const QStringList& arguments) {
     m_services = std::make_unique<SharedServices>(*m_platform);
     m_catalogue = std::make_unique<LazyCatalogue>(*m_platform, *m_services);
     CommandRunner runner({*m_catalogue, m_services->favicons, m_services->versions, m_platform->workspace,
-                          m_platform->files, m_platform->resources, m_platform->scheduler});
+                          m_platform->files, m_platform->resources, m_platform->scheduler,
+                          [this]() -> CollectionExportService& { return m_services->exchange(); }});
     TerminalConsole console;
     m_platform->scheduler.async([&] {
         runner.run(*command, console, [](ExitStatus status) { QCoreApplication::exit(static_cast<int>(status)); });

@@ -39,11 +39,14 @@ void updateNext(const Task& task, const std::shared_ptr<UpdateRun>& run) {
         reportUpdate(task, *run);
         return;
     }
-    const AppConfiguration& app = run->apps[run->next++];
-    task->console.progress(u"[%1/%2] %3"_s.arg(run->next).arg(run->apps.size()).arg(printable(app.displayName())));
-    endRunningApp(task, run->catalogue, app);
-    if (const auto generated = run->catalogue.lifecycle.generate(app); !generated)
-        run->failures << app.displayName() + u": "_s + generationAdvice(generated.error());
+    const QUuid id = run->apps[run->next++].id;
+    // As the catalogue has it now: another command may have edited or removed it since the last turn.
+    if (const auto app = run->catalogue.store.find(id)) {
+        task->console.progress(u"[%1/%2] %3"_s.arg(run->next).arg(run->apps.size()).arg(printable(app->displayName())));
+        endRunningApp(task, run->catalogue, *app);
+        if (const auto generated = run->catalogue.lifecycle.generate(*app); !generated)
+            run->failures << app->displayName() + u": "_s + generationAdvice(generated.error());
+    }
     task->services.scheduler.async([task, run] { updateNext(task, run); });
 }
 

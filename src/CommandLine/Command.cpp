@@ -150,6 +150,19 @@ Grammar plain() {
     return {{}, {}, [](const QCommandLineParser&, const QStringList&) -> Parsed { return Plain{}; }};
 }
 
+template <typename OfOneFile>
+Grammar ofOneFile() {
+    return {{u"FILE"_s}, {}, [](const QCommandLineParser&, const QStringList& arguments) -> Parsed {
+                if (arguments.at(0).isEmpty())
+                    return tl::unexpected(UsageError{u"the file has no name"_s});
+                return OfOneFile{arguments.at(0)};
+            }};
+}
+
+Parsed makeOpen(const QCommandLineParser&, const QStringList& arguments) {
+    return OpenCommand{arguments.isEmpty() ? std::nullopt : std::optional(arguments.at(0))};
+}
+
 Grammar doctorGrammar() {
     return {{}, {flag(u"clean"_s), flag(u"yes"_s)}, [](const QCommandLineParser& parser, const QStringList&) -> Parsed {
                 return DoctorCommand{parser.isSet(u"clean"_s), parser.isSet(u"yes"_s)};
@@ -171,6 +184,9 @@ const std::map<QString, Grammar>& grammars() {
         {u"delete"_s, ofOneApp<DeleteCommand>()},
         {u"update-all"_s, plain<UpdateAllCommand>()},
         {u"doctor"_s, doctorGrammar()},
+        {u"export"_s, ofOneFile<ExportCommand>()},
+        {u"import"_s, ofOneFile<ImportCommand>()},
+        {u"open"_s, {{u"[URL]"_s}, {}, makeOpen}},
     };
     return all;
 }
@@ -188,7 +204,8 @@ tl::expected<Command, UsageError> parseNamed(const QString& name, const QStringL
         return Command{HelpCommand{}};
     const QStringList arguments = parser.positionalArguments();
     const QStringList& wanted = grammar->second.positional;
-    if (arguments.size() != wanted.size()) {
+    const bool lastMayMiss = !wanted.isEmpty() && wanted.last().startsWith(u'[');
+    if (arguments.size() != wanted.size() && !(lastMayMiss && arguments.size() == wanted.size() - 1)) {
         return tl::unexpected(UsageError{
             wanted.isEmpty() ? u"%1 takes no arguments"_s.arg(name)
                              : u"%1 takes exactly: %2"_s.arg(name, wanted.join(u' '))});
@@ -213,11 +230,10 @@ tl::expected<Command, UsageError> parseCommand(const QStringList& arguments) {
     return parseNamed(first, arguments.sliced(1));
 }
 
-bool changesCatalogue(const Command& command) {
+bool needsCatalogue(const Command& command) {
     const Action& action = command.action;
-    return !std::holds_alternative<ListCommand>(action) && !std::holds_alternative<ShowCommand>(action) &&
-           !std::holds_alternative<FocusCommand>(action) && !std::holds_alternative<QuitCommand>(action) &&
-           !std::holds_alternative<DoctorCommand>(action);
+    return !std::holds_alternative<StartCommand>(action) && !std::holds_alternative<OpenCommand>(action) &&
+           !std::holds_alternative<VersionCommand>(action) && !std::holds_alternative<HelpCommand>(action);
 }
 
 QString helpText() {
@@ -236,6 +252,10 @@ QString helpText() {
   wrapio delete APP                   remove an app; its saved icon and its site data stay
   wrapio update-all                   make every app again that an older template made
   wrapio doctor [--clean [--yes]]     examine everything; remove what belongs to no app
+  wrapio export FILE                  write all apps, with their icons, into one archive
+  wrapio import FILE                  add the apps of an archive to those that are there
+  wrapio open [URL]                   hand a wrapio:// request over; without one, bring Wrapio to the front
+  wrapio [--background]               start Wrapio
   wrapio --version | --help
 
 APP is an id, the beginning of one (4 characters or more), or a name.

@@ -69,13 +69,22 @@ struct DoctorCommand {
     bool clean = false;
     bool yes = false;
 };
+struct ExportCommand {
+    QString file;
+};
+struct ImportCommand {
+    QString file;
+};
+struct OpenCommand {
+    std::optional<QString> url;  ///< none when a desktop starts the program without one
+};
 struct VersionCommand {};
 struct HelpCommand {};
 
 struct Command {
     std::variant<StartCommand, CreateCommand, EditCommand, MoveCommand, ListCommand, ShowCommand, LaunchCommand,
                  FocusCommand, QuitCommand, RegenerateCommand, DeleteCommand, UpdateAllCommand, DoctorCommand,
-                 VersionCommand, HelpCommand>
+                 ExportCommand, ImportCommand, OpenCommand, VersionCommand, HelpCommand>
         action;
     bool json = false;     ///< answer in JSON
     bool verbose = false;  ///< tell on standard error what is being done
@@ -88,8 +97,8 @@ struct UsageError {
 /// Reads the arguments that follow the program's name.
 [[nodiscard]] tl::expected<Command, UsageError> parseCommand(const QStringList& arguments);
 
-/// True when the command may change the catalogue.
-[[nodiscard]] bool changesCatalogue(const Command& command);
+/// True when the command works on the catalogue, so that it is the manager's business when one runs.
+[[nodiscard]] bool needsCatalogue(const Command& command);
 
 /// What --help prints.
 [[nodiscard]] QString helpText();

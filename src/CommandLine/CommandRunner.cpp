@@ -17,6 +17,7 @@ struct Dispatch {
     Task task;
 
     void operator()(const StartCommand&) const { Q_UNREACHABLE(); }
+    void operator()(const OpenCommand&) const { Q_UNREACHABLE(); }
     void operator()(const CreateCommand& command) const { createApp(task, command); }
     void operator()(const EditCommand& command) const { editApp(task, command); }
     void operator()(const MoveCommand& command) const { moveApp(task, command); }
@@ -29,6 +30,8 @@ struct Dispatch {
     void operator()(const DeleteCommand& command) const { deleteApp(task, command); }
     void operator()(const UpdateAllCommand&) const { updateAllApps(task); }
     void operator()(const DoctorCommand& command) const { runDoctor(task, command); }
+    void operator()(const ExportCommand& command) const { exportApps(task, command); }
+    void operator()(const ImportCommand& command) const { importApps(task, command); }
     void operator()(const VersionCommand&) const {
         task->console.print(u"wrapio "_s + QCoreApplication::applicationVersion());
         task->succeed();

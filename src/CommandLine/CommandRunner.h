@@ -17,7 +17,7 @@ public:
     explicit CommandRunner(CommandServices services) : m_services(services) {}
 
     /// Carries `command` out; `done` is called once, now or in a later turn of the event loop. `console` must live until
-    /// then. A StartCommand is not for a runner.
+    /// then. Commands that concern the program as a whole (StartCommand, OpenCommand) are not for a runner.
     void run(const Command& command, Console& console, Done done);
 
 private:

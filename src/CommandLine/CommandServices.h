@@ -8,9 +8,12 @@
 #include "Platform/Scheduler.h"
 #include "Platform/Workspace.h"
 #include "Services/AppLifecycleManager.h"
+#include "Services/CollectionExportService.h"
 #include "Services/Doctor.h"
 #include "Services/FaviconService.h"
 #include "Services/VersionManager.h"
+
+#include <functional>
 
 #include <tl/expected.hpp>
 
@@ -46,6 +49,7 @@ struct CommandServices {
     FileSystem& files;
     const Resources& resources;
     Scheduler& scheduler;
+    std::function<CollectionExportService&()> exchange;  ///< made when it is first needed
 };
 
 }  // namespace wrapio

@@ -58,6 +58,8 @@ void moveApp(const Task& task, const MoveCommand& command);
 void regenerateApp(const Task& task, const RegenerateCommand& command);
 void deleteApp(const Task& task, const DeleteCommand& command);
 void updateAllApps(const Task& task);
+void exportApps(const Task& task, const ExportCommand& command);
+void importApps(const Task& task, const ImportCommand& command);
 void runDoctor(const Task& task, const DoctorCommand& command);
 
 }  // namespace wrapio

@@ -81,24 +81,44 @@ void CollectionExportService::runInTurns(std::shared_ptr<Job> job, const std::fu
     });
 }
 
-void CollectionExportService::exportAll(std::vector<AppConfiguration> configurations, FaviconService& faviconService,
-                                        FileDialogs& dialogs, const ExportProgressed& progressed,
-                                        const ExportCompletion& completion) {
+void CollectionExportService::makeInTurns(std::vector<AppConfiguration> configurations, FaviconService& faviconService,
+                                          const ExportProgressed& progressed, const ExportCompletion& completion,
+                                          const std::function<void(std::shared_ptr<CollectionExport>)>& made) {
     auto job = startExport(std::move(configurations), faviconService);
     if (!job) {
         m_scheduler.async([completion] { completion(tl::unexpected(exportUnderWay())); });
         return;
     }
-    const Finished<CollectionExport> finished = [this, &dialogs, completion](auto made, const auto& result) {
+    const Finished<CollectionExport> finished = [completion, made](auto archive, const auto& result) {
         if (result) {
-            askWhereToSave(std::move(made), dialogs, completion);
+            made(std::move(archive));
             return;
         }
-        made.reset();
+        archive.reset();
         completion(tl::unexpected(result.error()));
     };
     runInTurns<CollectionExport>(
         std::move(job), [progressed](const CollectionExport& e) { progressed(e.done(), e.total()); }, finished);
+}
+
+void CollectionExportService::exportAll(std::vector<AppConfiguration> configurations, FaviconService& faviconService,
+                                        FileDialogs& dialogs, const ExportProgressed& progressed,
+                                        const ExportCompletion& completion) {
+    makeInTurns(std::move(configurations), faviconService, progressed, completion,
+                [this, &dialogs, completion](auto job) { askWhereToSave(std::move(job), dialogs, completion); });
+}
+
+void CollectionExportService::exportToURL(const QString& url, std::vector<AppConfiguration> configurations,
+                                          FaviconService& faviconService, const ExportProgressed& progressed,
+                                          const ExportCompletion& completion) {
+    makeInTurns(std::move(configurations), faviconService, progressed, completion, [url, completion](auto job) {
+        const auto moved = job->moveTo(url);
+        job.reset();
+        if (moved)
+            completion(url);
+        else
+            completion(tl::unexpected(moved.error()));
+    });
 }
 
 void CollectionExportService::askWhereToSave(std::shared_ptr<CollectionExport> job, FileDialogs& dialogs,

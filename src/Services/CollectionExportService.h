@@ -46,6 +46,9 @@ public:
     /// CollectionExportError, FileError or LaunchError.
     void exportAll(std::vector<AppConfiguration> configurations, FaviconService& faviconService, FileDialogs& dialogs,
                    const ExportProgressed& progressed, const ExportCompletion& completion);
+    /// The same without asking: saves the archive at the absolute path `url`, over a file that is there.
+    void exportToURL(const QString& url, std::vector<AppConfiguration> configurations, FaviconService& faviconService,
+                     const ExportProgressed& progressed, const ExportCompletion& completion);
     /// The same without asking, done when it returns: saves the archive at the absolute path `url`, over a file that is
     /// there.
     [[nodiscard]] tl::expected<void, AnyError> exportTo(const QString& url,
@@ -69,6 +72,10 @@ private:
     [[nodiscard]] std::shared_ptr<CollectionExport> startExport(std::vector<AppConfiguration> configurations,
                                                                 FaviconService& faviconService);
     [[nodiscard]] std::shared_ptr<CollectionImport> startImport(const QString& url, const Destination& destination);
+    /// Makes the archive in turns and hands it to `made`; a failure goes to `completion`.
+    void makeInTurns(std::vector<AppConfiguration> configurations, FaviconService& faviconService,
+                     const ExportProgressed& progressed, const ExportCompletion& completion,
+                     const std::function<void(std::shared_ptr<CollectionExport>)>& made);
     void askWhereToSave(std::shared_ptr<CollectionExport> job, FileDialogs& dialogs,
                         const ExportCompletion& completion);
     /// Takes the job over, with how it ended.

@@ -91,10 +91,32 @@ TEST(Command, refuses_wrong_usage_in_words) {
         EXPECT_NE(refusal(arguments), u"accepted"_s) << arguments.join(u' ').toStdString();
 }
 
+TEST(Command, reads_the_commands_that_move_the_collection) {
+    EXPECT_EQ(parsed<ExportCommand>({u"export"_s, u"a b.wrapio"_s}).file, u"a b.wrapio"_s);
+    EXPECT_EQ(parsed<ImportCommand>({u"import"_s, u"--"_s, u"-x"_s}).file, u"-x"_s);
+    EXPECT_EQ(refusal({u"export"_s}), u"export takes exactly: FILE"_s);
+    EXPECT_EQ(refusal({u"import"_s, u""_s}), u"the file has no name"_s);
+    EXPECT_NE(refusal({u"import"_s, u"a"_s, u"b"_s}), u"accepted"_s);
+}
+
+TEST(Command, reads_a_request_by_address_and_the_lack_of_one) {
+    EXPECT_EQ(parsed<OpenCommand>({u"open"_s, u"wrapio://create?url=x"_s}).url, u"wrapio://create?url=x"_s);
+    EXPECT_FALSE(parsed<OpenCommand>({u"open"_s}).url);
+    EXPECT_NE(refusal({u"open"_s, u"a"_s, u"b"_s}), u"accepted"_s);
+}
+
+TEST(Command, knows_which_commands_work_on_the_catalogue) {
+    EXPECT_TRUE(needsCatalogue(*parseCommand({u"list"_s})));
+    EXPECT_TRUE(needsCatalogue(*parseCommand({u"import"_s, u"a"_s})));
+    EXPECT_FALSE(needsCatalogue(*parseCommand({u"open"_s})));
+    EXPECT_FALSE(needsCatalogue(*parseCommand({})));
+    EXPECT_FALSE(needsCatalogue(*parseCommand({u"--version"_s})));
+}
+
 TEST(Command, names_every_command_and_option_in_the_help) {
     const QString help = helpText();
     for (const char* word : {"create", "edit", "rename", "move", "list", "show", "launch", "focus", "quit", "regenerate",
-                             "delete", "update-all", "doctor", "--name", "--icon", "--no-icon", "--dev", "--css", "--js",
+                             "delete", "update-all", "doctor", "export", "import", "open", "--background", "--name", "--icon", "--no-icon", "--dev", "--css", "--js",
                              "--js-at", "--theme-color", "--theme-opacity", "--border", "--user-agent", "--allow-host",
                              "--no-badge", "--address", "--no-dev", "--no-border", "--badge", "--json", "--verbose"})
         EXPECT_TRUE(help.contains(QLatin1StringView(word))) << word;

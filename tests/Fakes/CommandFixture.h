@@ -32,7 +32,7 @@ protected:
     ExitStatus run(const QStringList& arguments) {
         const auto command = parseCommand(arguments);
         EXPECT_TRUE(command) << (command ? "" : command.error().message.toStdString());
-        CommandRunner runner({*this, favicons, versions, workspace, files, resources, scheduler});
+        CommandRunner runner({*this, favicons, versions, workspace, files, resources, scheduler, [this]() -> auto& { return exchange; }});
         std::optional<ExitStatus> status;
         runner.run(*command, console, [&status](ExitStatus ended) {
             EXPECT_FALSE(status) << "a command ended twice";
@@ -53,6 +53,7 @@ protected:
         return name;
     }
 
+    CollectionExportService exchange{tools, files, scheduler, directories};
     FakeConsole console;
     FakeSystemHealth health;
     std::optional<CatalogueBusy> busy;
