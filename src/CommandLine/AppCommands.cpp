@@ -32,14 +32,27 @@ void takeBack(const Task& task, const Catalogue& catalogue, const AppConfigurati
     task->services.favicons.deleteSavedIcon(config.id);
 }
 
+/// Keeps the icon of the draft, if it has one; ends the task when that fails.
+bool saveIcon(const Task& task, Draft& draft) {
+    if (!draft.icon)
+        return true;
+    if (!task->services.favicons.saveIcon(*draft.icon, draft.config.id)) {
+        task->fail(
+            u"the icon could not be saved; is the disk full, or its folder closed to you? --no-icon does without"_s);
+        return false;
+    }
+    draft.config.iconSource = IconSource::favicon;
+    return true;
+}
+
 void storeNewApp(const Task& task, Draft draft) {
     const auto catalogue = openCatalogue(task);
     if (!catalogue)
         return;
     ConfigurationManager& store = catalogue->store;
     hintAtSharedBundle(task, *catalogue, draft.config);
-    if (draft.icon && task->services.favicons.saveIcon(*draft.icon, draft.config.id))
-        draft.config.iconSource = IconSource::favicon;
+    if (!saveIcon(task, draft))
+        return;
     draft.config.sortOrder = static_cast<std::int64_t>(store.configurations().size());
     draft.config.lastUpdated = task->services.scheduler.now();
     store.appendApps({draft.config});
@@ -74,12 +87,12 @@ bool leavesOldBundle(const Catalogue& catalogue, const AppConfiguration& before,
     });
 }
 
-void storeChangedApp(const Task& task, const OpenedApp& opened, const Draft& draft, bool takeIconAway) {
+void storeChangedApp(const Task& task, const OpenedApp& opened, Draft draft, bool takeIconAway) {
     ConfigurationManager& store = opened.catalogue.store;
+    hintAtSharedBundle(task, opened.catalogue, draft.config);
+    if (!saveIcon(task, draft))
+        return;
     AppConfiguration config = draft.config;
-    hintAtSharedBundle(task, opened.catalogue, config);
-    if (draft.icon && task->services.favicons.saveIcon(*draft.icon, config.id))
-        config.iconSource = IconSource::favicon;
     if (takeIconAway) {
         task->services.favicons.deleteSavedIcon(config.id);
         config.iconSource = IconSource::default_;

@@ -4,9 +4,9 @@
 #include <QByteArray>
 #include <QString>
 
-#include <vector>
-
 #include <tl/expected.hpp>
+
+#include <vector>
 
 namespace wrapio {
 
@@ -42,10 +42,14 @@ public:
     [[nodiscard]] virtual FileResult<void> copyTree(const QString& from, const QString& to) = 0;
     /// Moves an entry, to another file system too. `to` must not exist.
     [[nodiscard]] virtual FileResult<void> move(const QString& from, const QString& to) = 0;
-    /// The bytes of a regular file. A file of more than `maximumBytes` fails with EFBIG, nothing of it having been read.
+    /// The bytes of a regular file. A file of more than `maximumBytes` fails with EFBIG, nothing of it having been
+    /// read.
     [[nodiscard]] virtual FileResult<QByteArray> read(const QString& path, qint64 maximumBytes) const = 0;
     /// Writes a file, over one that is there. Not atomic.
     [[nodiscard]] virtual FileResult<void> write(const QString& path, const QByteArray& bytes) = 0;
+    /// Writes a file in one step: there is the old one or none until this succeeds, and the new one from then on, also
+    /// after a crash.
+    [[nodiscard]] virtual FileResult<void> replace(const QString& path, const QByteArray& bytes) = 0;
     /// The names in a folder, sorted.
     [[nodiscard]] virtual FileResult<std::vector<QString>> list(const QString& path) const = 0;
 };

@@ -1,6 +1,5 @@
 #include "Services/BundleGenerator.h"
 
-#include "Models/ConfigurationCoding.h"
 #include "Platform/Diagnostics.h"
 #include "Platform/Imaging.h"
 #include "Platform/PropertyList.h"
@@ -57,10 +56,19 @@ void putAppearance(Json& object, const AppConfiguration& app) {
         object["isDevMode"] = true;
 }
 
-/// What the runner reads. `runnerVersion` is that of the template the bundle is made from, never the record's own.
-Json runnerConfiguration(const AppConfiguration& app, const WebAddress& address, const QString& runnerVersion) {
+tl::expected<void, AnyError> asAny(const FileResult<void>& result) {
+    if (!result)
+        return tl::unexpected(AnyError(result.error()));
+    return {};
+}
+
+}  // namespace
+
+std::optional<Json> runnerConfiguration(const AppConfiguration& app, const QString& runnerVersion) {
+    if (!app.configuredURL || !std::isfinite(app.themeOpacity.value_or(0)))
+        return std::nullopt;
     Json object = Json::object();
-    object["url"] = address.absoluteString().toStdString();
+    object["url"] = app.configuredURL->absoluteString().toStdString();
     object["name"] = app.displayName().toStdString();
     object["userAgent"] = app.customUserAgent.value_or(defaultUserAgent).toStdString();
     object["allowedHosts"] = textsJson(app.allowedHosts);
@@ -70,14 +78,6 @@ Json runnerConfiguration(const AppConfiguration& app, const WebAddress& address,
     putAppearance(object, app);
     return object;
 }
-
-tl::expected<void, AnyError> asAny(const FileResult<void>& result) {
-    if (!result)
-        return tl::unexpected(AnyError(result.error()));
-    return {};
-}
-
-}  // namespace
 
 QString GeneratorError::description() const {
     return u"The operation couldn’t be completed. (Wrapio.GeneratorError error %1.)"_s.arg(m_value.index());
@@ -155,8 +155,8 @@ tl::expected<void, AnyError> BundleGenerator::writeConfig(const AppConfiguration
         return tl::unexpected(AnyError(GeneratorError::configurationError()));
     if (!std::isfinite(app.themeOpacity.value_or(0)))
         return tl::unexpected(AnyError(SerializationError{u"The theme opacity is not a finite number"_s}));
-    const Json object = runnerConfiguration(app, *app.configuredURL, m_versions.runnerTemplateVersion());
-    const std::string text = object.dump(indentation, ' ', false, Json::error_handler_t::replace);
+    const auto object = runnerConfiguration(app, m_versions.runnerTemplateVersion());
+    const std::string text = object->dump(indentation, ' ', false, Json::error_handler_t::replace);
     return asAny(m_files.write(resources + u"/config.json"_s, QByteArray::fromStdString(text)));
 }
 

@@ -1,7 +1,7 @@
 // Turns one configuration into a real application bundle.
 #pragma once
 
-#include "Models/AppConfiguration.h"
+#include "Models/ConfigurationCoding.h"
 #include "Platform/AnyError.h"
 #include "Platform/FileSystem.h"
 #include "Platform/Resources.h"
@@ -11,9 +11,9 @@
 #include "Services/LaunchServicesManager.h"
 #include "Services/VersionManager.h"
 
-#include <variant>
-
 #include <tl/expected.hpp>
+
+#include <variant>
 
 namespace wrapio {
 
@@ -42,7 +42,9 @@ public:
     using Case = std::variant<DirectoryCreationFailed, CopyFailed, DestinationExists, InvalidAppName, TemplateNotFound,
                               ConfigurationError>;
 
-    static GeneratorError directoryCreationFailed(const QString& e) { return GeneratorError(DirectoryCreationFailed{e}); }
+    static GeneratorError directoryCreationFailed(const QString& e) {
+        return GeneratorError(DirectoryCreationFailed{e});
+    }
     static GeneratorError copyFailed(const QString& e) { return GeneratorError(CopyFailed{e}); }
     static GeneratorError destinationExists() { return GeneratorError(DestinationExists{}); }
     static GeneratorError invalidAppName() { return GeneratorError(InvalidAppName{}); }
@@ -55,7 +57,8 @@ public:
     bool operator==(const GeneratorError&) const = default;
 
 private:
-    explicit GeneratorError(Case value) : m_value(std::move(value)) {}
+    explicit GeneratorError(Case value)
+        : m_value(std::move(value)) {}
     Case m_value;
 };
 
@@ -77,6 +80,10 @@ struct SerializationError {
     [[nodiscard]] const QString& description() const { return reason; }
     bool operator==(const SerializationError&) const = default;
 };
+
+/// What the runner of `app` reads: the object in its bundle's config.json. `runnerVersion` is that of the template the
+/// bundle is made from, never the record's own. Nothing when the app has no address or a number has no JSON form.
+[[nodiscard]] std::optional<Json> runnerConfiguration(const AppConfiguration& app, const QString& runnerVersion);
 
 /// Keeps no state between calls. Two generations into one destination at once are not guarded against.
 class BundleGenerator {

@@ -7,6 +7,8 @@
 #include <QDirIterator>
 #include <QFileInfo>
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 
 namespace wrapio {
@@ -16,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 largestPropertyList = 1024 * 1024;
+constexpr qint64 largestRunnerConfiguration = 4LL * 1024 * 1024;
 constexpr qsizetype canonicalIdLength = 36;
 
 qint64 sizeOf(const QString& path) {
@@ -80,8 +83,14 @@ bool DoctorReport::hasProblems() const {
 Doctor::Doctor(const ConfigurationManager& store, const AppLifecycleManager& lifecycle, const VersionManager& versions,
                FileSystem& files, Workspace& workspace, LaunchServicesManager& launchServices, SystemHealth& health,
                Directories directories)
-    : m_store(store), m_lifecycle(lifecycle), m_versions(versions), m_files(files), m_workspace(workspace)
-    , m_launchServices(launchServices), m_health(health), m_directories(std::move(directories)) {}
+    : m_store(store)
+    , m_lifecycle(lifecycle)
+    , m_versions(versions)
+    , m_files(files)
+    , m_workspace(workspace)
+    , m_launchServices(launchServices)
+    , m_health(health)
+    , m_directories(std::move(directories)) {}
 
 DoctorReport Doctor::examine() const {
     DoctorReport report;
@@ -110,10 +119,10 @@ void Doctor::examineCatalogue(std::vector<Examination>& into) const {
     into.push_back({Severity::fine, u"catalogue"_s, u"%1 apps"_s.arg(count), u""_s, std::nullopt});
     for (const QString& name : namesIn(m_files, m_directories.configuration)) {
         if (name.contains(u".damaged-"_s))
-            into.push_back({Severity::warning, u"catalogue"_s,
-                            u"a catalogue that could not be read was kept as %1/%2"_s.arg(m_directories.configuration,
-                                                                                       name),
-                            u"Look into it for apps you miss, then delete it."_s, std::nullopt});
+            into.push_back(
+                {Severity::warning, u"catalogue"_s,
+                 u"a catalogue that could not be read was kept as %1/%2"_s.arg(m_directories.configuration, name),
+                 u"Look into it for apps you miss, then delete it."_s, std::nullopt});
     }
 }
 
@@ -132,22 +141,22 @@ void Doctor::examineApp(const AppConfiguration& config, std::vector<Examination>
                         regenerateRemedy(config), config.id});
     }
     if (into.size() == before)
-        into.push_back({Severity::fine, config.displayName(), u"bundle, seal and registration are in order"_s, u""_s,
-                        config.id});
+        into.push_back(
+            {Severity::fine, config.displayName(), u"bundle, seal and registration are in order"_s, u""_s, config.id});
 }
 
 void Doctor::examineName(const AppConfiguration& config, std::vector<Examination>& into) const {
     const std::string name = config.displayName().toStdString();
     if (!bundleNamesAgree(name))
-        into.push_back({Severity::problem, config.displayName(),
-                        u"its name gives three different places for its bundle: \"%1\", \"%2\" and \"%3\""_s.arg(
-                            QString::fromStdString(launchedBundleName(name)),
-                            QString::fromStdString(cataloguedBundleName(name)),
-                            QString::fromStdString(generatedBundleName(name))),
-                        u"wrapio rename %1 NAME"_s.arg(canonicalText(config.id)), config.id});
-    const auto sharing = std::count_if(
-        m_store.configurations().begin(), m_store.configurations().end(),
-        [&config](const AppConfiguration& other) { return other.displayName() == config.displayName(); });
+        into.push_back(
+            {Severity::problem, config.displayName(),
+             u"its name gives three different places for its bundle: \"%1\", \"%2\" and \"%3\""_s.arg(
+                 QString::fromStdString(launchedBundleName(name)), QString::fromStdString(cataloguedBundleName(name)),
+                 QString::fromStdString(generatedBundleName(name))),
+             u"wrapio rename %1 NAME"_s.arg(canonicalText(config.id)), config.id});
+    const auto sharing =
+        std::count_if(m_store.configurations().begin(), m_store.configurations().end(),
+                      [&config](const AppConfiguration& other) { return other.displayName() == config.displayName(); });
     if (sharing > 1)
         into.push_back({Severity::warning, config.displayName(),
                         u"%1 apps have this name and share one bundle"_s.arg(sharing),
@@ -160,6 +169,9 @@ void Doctor::examineBundle(const AppConfiguration& config, const QString& bundle
     if (seal.finding == Finding::missing)
         into.push_back({Severity::problem, config.displayName(), u"its bundle is unfinished: it has no seal"_s,
                         regenerateRemedy(config), config.id});
+    if (seal.finding == Finding::fine && !isMadeFromSettings(config, bundleURL))
+        into.push_back({Severity::problem, config.displayName(), u"its bundle was made from other settings"_s,
+                        regenerateRemedy(config), config.id});
     if (seal.finding == Finding::damaged)
         into.push_back({Severity::problem, config.displayName(), u"its bundle was changed: "_s + seal.detail,
                         regenerateRemedy(config), config.id});
@@ -167,6 +179,18 @@ void Doctor::examineBundle(const AppConfiguration& config, const QString& bundle
         into.push_back({Severity::warning, config.displayName(),
                         u"was made by the older template %1"_s.arg(*config.runnerVersion), u"wrapio update-all"_s,
                         config.id});
+}
+
+/// A change that was interrupted is in the catalogue, but not in the bundle.
+bool Doctor::isMadeFromSettings(const AppConfiguration& config, const QString& bundleURL) const {
+    const auto bytes = m_files.read(bundleURL + u"/Contents/Resources/config.json"_s, largestRunnerConfiguration);
+    auto found = bytes ? Json::parse(bytes->begin(), bytes->end(), nullptr, false) : Json();
+    auto wanted = runnerConfiguration(config, QString());
+    if (!found.is_object() || !wanted)
+        return true;  // there is nothing to compare; what is missing is told elsewhere
+    found.erase("runnerVersion");
+    wanted->erase("runnerVersion");
+    return found == *wanted;
 }
 
 void Doctor::examineRegistration(const AppConfiguration& config, const QString& bundleURL,
@@ -197,7 +221,19 @@ void Doctor::findFilesByApp(LeftoverKind kind, const QString& folder, const QStr
     }
 }
 
+/// What an interrupted removal leaves: nothing but folders as our bundles have them, without the information.
+bool Doctor::isRestOfBundle(const QString& bundleURL) const {
+    static const QStringList ours = {u"Linux"_s, u"Resources"_s, u"_CodeSignature"_s};
+    const auto top = m_files.list(bundleURL);
+    const QString contents = bundleURL + u"/Contents"_s;
+    const std::vector<QString> inside = namesIn(m_files, contents);
+    return top && (top->empty() || (top->size() == 1 && top->front() == u"Contents" && m_files.list(contents))) &&
+           std::all_of(inside.begin(), inside.end(), [](const QString& name) { return ours.contains(name); });
+}
+
 bool Doctor::isOurBundle(const QString& bundleURL) const {
+    if (isRestOfBundle(bundleURL))
+        return true;
     const auto bytes = m_files.read(bundleURL + u"/Contents/Info.plist"_s, largestPropertyList);
     const auto info = bytes ? PropertyList::parse(*bytes) : std::nullopt;
     const QString identifier = info ? info->text("CFBundleIdentifier").value_or(u""_s) : u""_s;
@@ -235,10 +271,23 @@ void Doctor::findStrayRegistrations(std::vector<Leftover>& into) const {
 }
 
 void Doctor::findUnfinishedWrites(std::vector<Leftover>& into) const {
-    const QString& folder = m_directories.configuration;
+    findHiddenFiles(m_directories.configuration, u"."_s, u".new"_s, into);
+    if (!m_directories.applicationSupport)
+        return;
+    findHiddenFiles(*m_directories.applicationSupport + u"/Wrapio"_s, u"."_s, u".new"_s, into);
+    // The folders of the desktop hold hidden files of others too.
+    findHiddenFiles(*m_directories.applicationSupport + u"/applications"_s, u".wrapio-"_s, u".tmp"_s, into);
+    const QString theme = *m_directories.applicationSupport + u"/icons/hicolor"_s;
+    for (const QString& size : namesIn(m_files, theme))
+        findHiddenFiles(theme + u'/' + size + u"/apps"_s, u".wrapio-"_s, u".tmp"_s, into);
+}
+
+void Doctor::findHiddenFiles(const QString& folder, const QString& prefix, const QString& suffix,
+                             std::vector<Leftover>& into) const {
     for (const QString& name : namesIn(m_files, folder)) {
-        if (name.startsWith(u'.') && name.endsWith(u".new"_s))
-            into.push_back({LeftoverKind::unfinishedWrite, folder + u'/' + name, sizeOf(folder + u'/' + name)});
+        const QString path = folder + u'/' + name;
+        if (name.startsWith(prefix) && name.endsWith(suffix))
+            into.push_back({LeftoverKind::unfinishedWrite, path, sizeOf(path)});
     }
 }
 

@@ -33,7 +33,7 @@ enum class LeftoverKind { icon, preview, siteData, siteCache, registration, bund
 /// Something of ours that belongs to no app.
 struct Leftover {
     LeftoverKind kind = LeftoverKind::icon;
-    QString path;        ///< the file or folder; for a registration its desktop id
+    QString path;  ///< the file or folder; for a registration its desktop id
     qint64 bytes = 0;
 };
 
@@ -60,6 +60,7 @@ private:
     void examineApp(const AppConfiguration& config, std::vector<Examination>& into) const;
     void examineName(const AppConfiguration& config, std::vector<Examination>& into) const;
     void examineBundle(const AppConfiguration& config, const QString& bundleURL, std::vector<Examination>& into) const;
+    [[nodiscard]] bool isMadeFromSettings(const AppConfiguration& config, const QString& bundleURL) const;
     void examineRegistration(const AppConfiguration& config, const QString& bundleURL,
                              std::vector<Examination>& into) const;
     void examineCatalogue(std::vector<Examination>& into) const;
@@ -67,9 +68,12 @@ private:
 
     void findFilesByApp(LeftoverKind kind, const QString& folder, const QString& suffix,
                         std::vector<Leftover>& into) const;
+    void findHiddenFiles(const QString& folder, const QString& prefix, const QString& suffix,
+                         std::vector<Leftover>& into) const;
     void findStrayBundles(std::vector<Leftover>& into) const;
     void findStrayRegistrations(std::vector<Leftover>& into) const;
     void findUnfinishedWrites(std::vector<Leftover>& into) const;
+    [[nodiscard]] bool isRestOfBundle(const QString& bundleURL) const;
     [[nodiscard]] bool isOurBundle(const QString& bundleURL) const;
     [[nodiscard]] bool belongsToAnApp(const QString& bundleURL) const;
 

@@ -113,13 +113,10 @@ std::optional<QString> FaviconService::saveIcon(const QImage& image, const QUuid
     const auto path = png ? getIconPath(id) : std::nullopt;
     if (!path)
         return std::nullopt;
-    const auto written = m_files.write(*path, *png);
+    const auto written = m_files.replace(*path, *png);
     countChange(id);
     if (!written) {
         printDiagnostics(u"[FaviconService] Failed to save icon: "_s + written.error().description());
-        // Half an icon would hide that there is none.
-        if (m_files.exists(*path) && !imageAt(m_files, *path))
-            static_cast<void>(m_files.remove(*path));
         return std::nullopt;
     }
     return path;

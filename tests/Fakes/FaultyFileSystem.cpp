@@ -46,6 +46,12 @@ FileResult<void> FaultyFileSystem::write(const QString& path, const QByteArray& 
     return m_real.write(path, bytes);
 }
 
+FileResult<void> FaultyFileSystem::replace(const QString& path, const QByteArray& bytes) {
+    if (auto failure = faultOf(u"replace"_s, path))
+        return tl::unexpected(FileError{u"write"_s, path, failure->code});
+    return m_real.replace(path, bytes);
+}
+
 FileResult<std::vector<QString>> FaultyFileSystem::list(const QString& path) const {
     if (auto failure = faultOf(u"list"_s, path))
         return tl::unexpected(*failure);

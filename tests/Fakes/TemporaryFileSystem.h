@@ -68,6 +68,14 @@ public:
             return tl::unexpected(FileError{QStringLiteral("write"), path, exists(path) ? EISDIR : ENOENT});
         return {};
     }
+    FileResult<void> replace(const QString& path, const QByteArray& bytes) override {
+        const QString beside = path + QStringLiteral(".new");
+        if (auto written = write(beside, bytes); !written)
+            return written;
+        std::error_code error;
+        std::filesystem::rename(native(beside), native(path), error);
+        return result("write", path, error);
+    }
     FileResult<std::vector<QString>> list(const QString& path) const override {
         std::error_code error;
         std::vector<QString> names;

@@ -179,7 +179,7 @@ TEST_F(FaviconServiceTest, SavesNoIconThatIsNone) {
 }
 
 TEST_F(FaviconServiceTest, TellsWhyAnIconWasNotSaved) {
-    failWhere(u"write"_s, u".png"_s, ENOSPC);
+    failWhere(u"replace"_s, u".png"_s, ENOSPC);
     DiagnosticsCapture output;
     EXPECT_FALSE(favicons.saveIcon(plainImage(40, 30), id));
     EXPECT_EQ(output.lines(), QStringList(u"[FaviconService] Failed to save icon: Could not write %1: "
@@ -188,20 +188,9 @@ TEST_F(FaviconServiceTest, TellsWhyAnIconWasNotSaved) {
 
 TEST_F(FaviconServiceTest, AFailedSaveKeepsAnOlderIconThatIsStillWhole) {
     ASSERT_TRUE(favicons.saveIcon(plainImage(40, 30), id));
-    failWhere(u"write"_s, u".png"_s);
+    failWhere(u"replace"_s, u".png"_s);
     EXPECT_FALSE(favicons.saveIcon(plainImage(20, 20), id));
     EXPECT_EQ(favicons.loadSavedIcon(id)->size(), QSize(40, 30));
-}
-
-TEST_F(FaviconServiceTest, AFailedSaveLeavesNoHalfOfAnIcon) {
-    files.fault = [this](const QString& operation, const QString& path) -> std::optional<int> {
-        if (operation != u"write"_s)
-            return std::nullopt;
-        EXPECT_TRUE(temporary.write(path, fileOf(plainImage(40, 30), "png").first(40)));
-        return ENOSPC;
-    };
-    EXPECT_FALSE(favicons.saveIcon(plainImage(40, 30), id));
-    EXPECT_FALSE(temporary.exists(file()));
 }
 
 TEST_F(FaviconServiceTest, WithoutApplicationSupportThereAreNoSavedIcons) {

@@ -50,10 +50,13 @@ FileResult<void> DesktopRegistration::removeRegistration(const QString& desktopI
     return {};
 }
 
-/// The pictures come first: a desktop looks for them as soon as it sees the entry.
+/// The pictures come first: a desktop looks for them as soon as it sees the entry. An old entry goes before them, so
+/// that an interrupted registration shows as a missing one.
 FileResult<void> DesktopRegistration::write(const BundleInfo& info) {
     if (!QDir().mkpath(m_registry.applicationsFolder()))
         return tl::unexpected(lastError(u"create"_s, m_registry.applicationsFolder()));
+    if (const auto removed = removeEntry(info.desktopId); !removed)
+        return removed;
     if (const auto installed = m_icons.install(info.desktopId, info.icns); !installed)
         return installed;
     DesktopEntry entry;
@@ -67,11 +70,18 @@ FileResult<void> DesktopRegistration::write(const BundleInfo& info) {
     return writeAtomically(m_registry.entryPath(info.desktopId), entry.toBytes());
 }
 
+/// The entry goes last: by it the pictures are found again when this is interrupted.
 FileResult<void> DesktopRegistration::removeFiles(const QString& desktopId) {
+    if (const auto removed = m_icons.remove(desktopId); !removed)
+        return removed;
+    return removeEntry(desktopId);
+}
+
+FileResult<void> DesktopRegistration::removeEntry(const QString& desktopId) {
     const QString path = m_registry.entryPath(desktopId);
     if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT)
         return tl::unexpected(lastError(u"remove"_s, path));
-    return m_icons.remove(desktopId);
+    return {};
 }
 
 /// One place holds one app: a bundle that was made anew under another identifier leaves no entry behind.

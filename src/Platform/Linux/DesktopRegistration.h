@@ -34,6 +34,7 @@ public:
 private:
     [[nodiscard]] FileResult<void> write(const BundleInfo& info);
     [[nodiscard]] FileResult<void> removeFiles(const QString& desktopId);
+    [[nodiscard]] FileResult<void> removeEntry(const QString& desktopId);
     [[nodiscard]] FileResult<void> removeEntriesOf(const QString& bundlePath, const QString& exceptId);
     [[nodiscard]] ToolOutcome<void> updateDatabase();
 

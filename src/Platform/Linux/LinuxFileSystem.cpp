@@ -1,6 +1,7 @@
 #include "Platform/Linux/LinuxFileSystem.h"
 
 #include "Platform/Linux/FileCalls.h"
+#include "Platform/Linux/TemporaryFile.h"
 #include "Platform/Linux/TreeCopy.h"
 #include "Platform/Linux/TreeRemoval.h"
 
@@ -154,6 +155,21 @@ FileResult<void> LinuxFileSystem::write(const QString& path, const QByteArray& b
     if (code != 0)
         return tl::unexpected(failure("write", path, code));
     return {};
+}
+
+FileResult<void> LinuxFileSystem::replace(const QString& path, const QByteArray& bytes) {
+    if (const auto native = nativePath("write", path); !native)
+        return tl::unexpected(native.error());
+    const QString folder = path.section(u'/', 0, -2);
+    const QString name = path.section(u'/', -1);
+    auto file = posix::TemporaryFile::create(folder, name);
+    if (!file)
+        return tl::unexpected(file.error());
+    if (auto written = file->write(bytes); !written)
+        return tl::unexpected(failure("write", path, written.error().code));
+    auto replaced = file->replace(path);
+    posix::TemporaryFile::removeAbandoned(folder, name);
+    return replaced;
 }
 
 FileResult<std::vector<QString>> LinuxFileSystem::list(const QString& path) const {

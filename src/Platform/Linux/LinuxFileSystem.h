@@ -19,6 +19,7 @@ public:
     /// Follows links. Fails with EISDIR for folders and EOPNOTSUPP for devices, sockets and pipes.
     [[nodiscard]] FileResult<QByteArray> read(const QString& path, qint64 maximumBytes) const override;
     [[nodiscard]] FileResult<void> write(const QString& path, const QByteArray& bytes) override;
+    [[nodiscard]] FileResult<void> replace(const QString& path, const QByteArray& bytes) override;
     [[nodiscard]] FileResult<std::vector<QString>> list(const QString& path) const override;
 };
 

@@ -345,6 +345,38 @@ TEST_F(LinuxFileSystemTest, AWriteThatIsCutShortIsAFailure) {
     EXPECT_EQ(written.error(), (FileError{u"write"_s, at(u"file"_s), EFBIG}));
 }
 
+TEST_F(LinuxFileSystemTest, AReplacementIsANewFileInThePlaceOfTheOldOne) {
+    EXPECT_TRUE(files.replace(at(u"file"_s), "first"));
+    QFile reader(at(u"file"_s));
+    ASSERT_TRUE(reader.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(files.replace(at(u"file"_s), "second, and longer"));
+    EXPECT_EQ(reader.readAll(), "first");
+    EXPECT_EQ(contents(u"file"_s), "second, and longer");
+    EXPECT_EQ(*files.list(folder.path()), std::vector<QString>{u"file"_s});
+}
+
+TEST_F(LinuxFileSystemTest, AReplacementThatIsCutShortLeavesTheOldFileAndNothingElse) {
+    makeFile(u"file"_s, "old");
+    const FileSizeLimit full(1000);
+    const auto replaced = files.replace(at(u"file"_s), QByteArray(5000, 'x'));
+    ASSERT_FALSE(replaced);
+    EXPECT_EQ(replaced.error(), (FileError{u"write"_s, at(u"file"_s), EFBIG}));
+    EXPECT_EQ(contents(u"file"_s), "old");
+    EXPECT_EQ(*files.list(folder.path()), std::vector<QString>{u"file"_s});
+}
+
+TEST_F(LinuxFileSystemTest, AReplacementTakesAwayWhatAnInterruptedOneHasLeft) {
+    makeFile(u".file.abcdef.new"_s, "half");
+    makeFile(u".other.abcdef.new"_s, "half of another");
+    EXPECT_TRUE(files.replace(at(u"file"_s), "whole"));
+    EXPECT_EQ(*files.list(folder.path()), (std::vector<QString>{u".other.abcdef.new"_s, u"file"_s}));
+}
+
+TEST_F(LinuxFileSystemTest, WhereThereIsNoFolderNothingIsReplaced) {
+    EXPECT_EQ(codeOf(files.replace(at(u"missing/file"_s), "x")), ENOENT);
+    EXPECT_EQ(codeOf(files.replace(u"relative"_s, "x")), EINVAL);
+}
+
 TEST_F(LinuxFileSystemTest, TheNamesInAFolderAreSorted) {
     for (const auto& name : {u"b"_s, u"ä"_s, u"A"_s, u".hidden"_s})
         makeFile(name);
