@@ -23,8 +23,10 @@ const std::array typed = {u"example.com"_s,
 
 void normalisingAnAddress(benchmark::State& state) {
     std::size_t next = 0;
-    for (auto _ : state)
-        benchmark::DoNotOptimize(ConfigurationManager::normalizeURL(typed[next++ % typed.size()], next % 2 == 0));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(ConfigurationManager::normalizeURL(typed[next % typed.size()], next % 2 == 0));
+        ++next;
+    }
 }
 BENCHMARK(normalisingAnAddress)->Unit(benchmark::kMicrosecond);
 
