@@ -1,6 +1,7 @@
 // What it costs to judge an address, which happens at every keystroke in the form.
 #include "Models/ConfigurationManager.h"
 #include "Models/WebAddress.h"
+#include "Platform/Diagnostics.h"
 #include "Utilities/HostRules.h"
 
 #include <benchmark/benchmark.h>
@@ -22,6 +23,7 @@ const std::array typed = {u"example.com"_s,
                           u"javascript:alert(1)"_s};
 
 void normalisingAnAddress(benchmark::State& state) {
+    setDiagnosticsDestination(DiagnosticsDestination::nowhere);
     std::size_t next = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(ConfigurationManager::normalizeURL(typed[next % typed.size()], next % 2 == 0));

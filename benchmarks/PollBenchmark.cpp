@@ -3,6 +3,7 @@
 #include "ManyApps.h"
 #include "Models/ConfigurationCoding.h"
 #include "Platform/Darwin/ProcessToolRunner.h"
+#include "Platform/Diagnostics.h"
 #include "Platform/Linux/DesktopRegistration.h"
 #include "Platform/Linux/FileDefaults.h"
 #include "Platform/Linux/LinuxFileSystem.h"
@@ -118,6 +119,7 @@ BENCHMARK(listingRealProcesses)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
+    wrapio::setDiagnosticsDestination(wrapio::DiagnosticsDestination::nowhere);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }

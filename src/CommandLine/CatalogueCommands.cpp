@@ -10,15 +10,16 @@ using namespace Qt::StringLiterals;
 void listApps(const Task& task) {
     const Catalogue catalogue = task->services.catalogue.openForReading();
     const auto& apps = catalogue.store.configurations();
+    const Circumstances now(catalogue, task->services.versions);
     if (task->json) {
         Json array = Json::array();
         for (const AppConfiguration& app : apps)
-            array.push_back(recordJson(app, catalogue, task->services.versions));
+            array.push_back(recordJson(app, now));
         task->console.print(QString::fromStdString(array.dump(2, ' ', false, Json::error_handler_t::replace)));
     } else if (apps.empty()) {
         task->console.print(u"There are no apps yet; make one with: wrapio create ADDRESS"_s);
     } else {
-        task->console.print(tableText(apps, catalogue, task->services.versions));
+        task->console.print(tableText(apps, now));
     }
     task->succeed();
 }
@@ -28,7 +29,7 @@ void showApp(const Task& task, const ShowCommand& command) {
     if (!opened)
         return;
     if (!task->json) {
-        task->console.print(recordText(opened->config, opened->catalogue, task->services.versions));
+        task->console.print(recordText(opened->config, {opened->catalogue, task->services.versions}));
         task->succeed();
         return;
     }
@@ -55,8 +56,7 @@ void moveApp(const Task& task, const MoveCommand& command) {
         return;
     }
     const AppConfiguration moved = store.find(opened->config.id).value_or(opened->config);
-    task->answer(u"Moved %1 to position %2"_s.arg(moved.displayName()).arg(command.position), moved,
-                 opened->catalogue);
+    task->answer(u"Moved %1 to position %2"_s.arg(moved.displayName()).arg(command.position), moved, opened->catalogue);
 }
 
 }  // namespace wrapio

@@ -53,7 +53,7 @@ void CommandRunner::run(const Command& command, Console& console, Done done) {
 void CommandTask::answer(const QString& line, const AppConfiguration& config, const Catalogue& catalogue) const {
     if (json)
         console.print(QString::fromStdString(
-            recordJson(config, catalogue, services.versions).dump(2, ' ', false, Json::error_handler_t::replace)));
+            recordJson(config, {catalogue, services.versions}).dump(2, ' ', false, Json::error_handler_t::replace)));
     else
         console.print(printable(line));
     succeed();

@@ -4,7 +4,6 @@
 #include "Utilities/ApplicationIdentity.h"
 #include "Utilities/BundleNames.h"
 
-#include <QSet>
 #include <QUrl>
 
 namespace wrapio {
@@ -33,8 +32,13 @@ QString importSessionURL(const AppConfiguration& config, const std::optional<QSt
 AppLifecycleManager::AppLifecycleManager(ConfigurationManager& store, BundleGenerator& generator,
                                          const VersionManager& versions, Workspace& workspace, FileSystem& files,
                                          Scheduler& scheduler, Directories directories)
-    : m_store(store), m_generator(generator), m_versions(versions), m_workspace(workspace), m_files(files)
-    , m_scheduler(scheduler), m_directories(std::move(directories))
+    : m_store(store)
+    , m_generator(generator)
+    , m_versions(versions)
+    , m_workspace(workspace)
+    , m_files(files)
+    , m_scheduler(scheduler)
+    , m_directories(std::move(directories))
     , m_runningAppIds(std::make_shared<ObservableProperty<Ids>>()) {
     startMonitoring();
 }
@@ -44,12 +48,17 @@ void AppLifecycleManager::startMonitoring() {
     checkRunningApps();
 }
 
-void AppLifecycleManager::checkRunningApps() {
+QSet<QString> AppLifecycleManager::runningBundles() const {
     QSet<QString> running;
     for (const RunningApplication& application : m_workspace.runningApplications()) {
         if (application.bundleURL)
             running.insert(*application.bundleURL);
     }
+    return running;
+}
+
+void AppLifecycleManager::checkRunningApps() {
+    const QSet<QString> running = runningBundles();
     Ids ids;
     if (!running.isEmpty()) {
         for (const AppConfiguration& config : m_store.configurations()) {

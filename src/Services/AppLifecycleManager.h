@@ -10,11 +10,13 @@
 #include "Utilities/ObservableProperty.h"
 #include "Utilities/SharedInstance.h"
 
+#include <QSet>
+
+#include <tl/expected.hpp>
+
 #include <memory>
 #include <optional>
 #include <set>
-
-#include <tl/expected.hpp>
 
 namespace wrapio {
 
@@ -28,7 +30,8 @@ public:
     bool operator==(const AppLifecycleError&) const = default;
 
 private:
-    explicit AppLifecycleError(QString bundleURL) : m_bundleURL(std::move(bundleURL)) {}
+    explicit AppLifecycleError(QString bundleURL)
+        : m_bundleURL(std::move(bundleURL)) {}
     QString m_bundleURL;
 };
 
@@ -49,6 +52,8 @@ public:
 
     /// Where an app's bundle is looked for. The disk is not consulted.
     [[nodiscard]] QString getBundleURL(const AppConfiguration& config) const;
+    /// The bundles of all that runs, for questions about many apps at once.
+    [[nodiscard]] QSet<QString> runningBundles() const;
     /// The first running application that was started from the app's bundle.
     [[nodiscard]] std::optional<RunningApplication> runningApplication(const AppConfiguration& config) const;
 

@@ -28,7 +28,7 @@ struct Examination {
     std::optional<QUuid> app;
 };
 
-enum class LeftoverKind { icon, preview, siteData, siteCache, registration, bundle, unfinishedWrite };
+enum class LeftoverKind { icon, desktopPicture, preview, siteData, siteCache, registration, bundle, unfinishedWrite };
 
 /// Something of ours that belongs to no app.
 struct Leftover {
@@ -66,10 +66,13 @@ private:
     void examineCatalogue(std::vector<Examination>& into) const;
     void examineSurroundings(std::vector<Examination>& into) const;
 
+    void findLeftovers(std::vector<Leftover>& into) const;
     void findFilesByApp(LeftoverKind kind, const QString& folder, const QString& suffix,
                         std::vector<Leftover>& into) const;
     void findHiddenFiles(const QString& folder, const QString& prefix, const QString& suffix,
                          std::vector<Leftover>& into) const;
+    void findStrayPictures(const QString& folder, std::vector<Leftover>& into) const;
+    [[nodiscard]] bool isDesktopIdOfAnApp(const QString& id) const;
     void findStrayBundles(std::vector<Leftover>& into) const;
     void findStrayRegistrations(std::vector<Leftover>& into) const;
     void findUnfinishedWrites(std::vector<Leftover>& into) const;

@@ -13,7 +13,9 @@ namespace wrapio {
 /// Keeps no state: the version is read on every request.
 class VersionManager {
 public:
-    VersionManager(const Resources& resources, const FileSystem& files) : m_resources(resources), m_files(files) {}
+    VersionManager(const Resources& resources, const FileSystem& files)
+        : m_resources(resources)
+        , m_files(files) {}
 
     /// The version of the template among the program's resources; "1.0.0" when there is none to be read.
     [[nodiscard]] QString runnerTemplateVersion() const;
@@ -21,7 +23,11 @@ public:
     /// True when an app that the template `runnerVersion` made would be made anew by now; of an app whose template is
     /// not known that is assumed.
     [[nodiscard]] bool isOutdated(const std::optional<QString>& runnerVersion) const {
-        return !runnerVersion || isVersion(runnerTemplateVersion(), *runnerVersion);
+        return isOutdated(runnerVersion, runnerTemplateVersion());
+    }
+    /// The same for many apps, with the template's version asked once.
+    [[nodiscard]] static bool isOutdated(const std::optional<QString>& runnerVersion, const QString& templateVersion) {
+        return !runnerVersion || isVersion(templateVersion, *runnerVersion);
     }
 
     /// True when `version` is strictly newer than `other`, compared number by number.

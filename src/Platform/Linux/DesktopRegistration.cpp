@@ -70,11 +70,11 @@ FileResult<void> DesktopRegistration::write(const BundleInfo& info) {
     return writeAtomically(m_registry.entryPath(info.desktopId), entry.toBytes());
 }
 
-/// The entry goes last: by it the pictures are found again when this is interrupted.
+/// The entry goes first: what is interrupted shows as a missing registration and not as an app without pictures.
 FileResult<void> DesktopRegistration::removeFiles(const QString& desktopId) {
-    if (const auto removed = m_icons.remove(desktopId); !removed)
+    if (const auto removed = removeEntry(desktopId); !removed)
         return removed;
-    return removeEntry(desktopId);
+    return m_icons.remove(desktopId);
 }
 
 FileResult<void> DesktopRegistration::removeEntry(const QString& desktopId) {
