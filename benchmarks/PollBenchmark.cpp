@@ -97,18 +97,21 @@ void lookWithGivenProcesses(benchmark::State& state) {
 }
 BENCHMARK(lookWithGivenProcesses)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+/// The argument is how many of the processes are apps.
 void lookAmongRealProcesses(benchmark::State& state) {
     Surroundings around;
-    const SleepingBundles bundles(around.directories.generatedApps(), processCount);
+    const int apps = static_cast<int>(state.range(0));
+    const SleepingBundles bundles(around.directories.generatedApps(), apps, processCount - apps);
     look(state, around, around.workspace);
-    if (around.workspace.runningApplications().size() < bundles.count() || bundles.count() != processCount)
+    const bool allFound = around.workspace.runningApplications().size() >= static_cast<std::size_t>(apps);
+    if (!allFound || bundles.count() != processCount)
         state.SkipWithError("not every process was found");
 }
-BENCHMARK(lookAmongRealProcesses)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(lookAmongRealProcesses)->Arg(20)->Arg(processCount)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void listingRealProcesses(benchmark::State& state) {
     const QTemporaryDir folder;
-    const SleepingBundles bundles(folder.path(), processCount);
+    const SleepingBundles bundles(folder.path(), processCount, 0);
     for (auto _ : state)
         benchmark::DoNotOptimize(bundleProcesses());
 }

@@ -1,4 +1,4 @@
-// Processes that do nothing, each started from a bundle of its own.
+// Processes that do nothing: apps, each started from a bundle of its own, and others.
 #pragma once
 
 #include <QFile>
@@ -16,21 +16,23 @@
 
 namespace wrapio {
 
-/// Starts `count` processes from "FOLDER/Harbour Notes N.app" and ends them when it goes.
+/// Starts `apps` processes from "FOLDER/Harbour Notes N.app" and `others` from no bundle; ends them when it goes.
 class SleepingBundles {
 public:
-    SleepingBundles(const QString& folder, int count) {
+    SleepingBundles(const QString& folder, int apps, int others) {
         namespace fs = std::filesystem;
         const fs::path root = QFile::encodeName(folder).toStdString();
         const fs::path program = root / "sleep";
         fs::create_directories(root);
         fs::copy_file("/bin/sleep", program, fs::copy_options::overwrite_existing);
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < apps; ++i) {
             const fs::path place = root / ("Harbour Notes " + std::to_string(i) + ".app") / "Contents" / "Linux";
             fs::create_directories(place);
             fs::create_hard_link(program, place / "WrapioRunner");
             start((place / "WrapioRunner").string());
         }
+        for (int i = 0; i < others; ++i)
+            start(program.string());
     }
     ~SleepingBundles() {
         for (const pid_t process : m_processes)
