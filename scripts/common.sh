@@ -60,3 +60,22 @@ build() {
             { grep -E 'error|FAILED' -A 3 "$folder/build.log" | head -n 40 >&2; die "the build failed; see $folder/build.log"; }
     fi
 }
+
+# One value of a desktop entry's Exec line, as its reader undoes it twice.
+quoted_for_exec() {
+    printf '"%s"' "$(printf '%s' "$1" | sed -e 's/[\\"`$]/\\&/g' -e 's/\\/\\\\/g' -e 's/%/%%/g')"
+}
+
+# register_program PREFIX: tells the user's desktop of the program in PREFIX, so that it opens wrapio:// addresses. Does
+# nothing when that is known already.
+register_program() {
+    data=${XDG_DATA_HOME:-$HOME/.local/share}
+    entry=$data/applications/com.wrapio.Wrapio.desktop
+    wanted=$(exec=$(quoted_for_exec "$1/bin/wrapio") awk '/^Exec=/ { print "Exec=" ENVIRON["exec"] " open %u"; next } { print }' \
+        "$1/share/applications/com.wrapio.Wrapio.desktop")
+    [ "$(cat "$entry" 2>/dev/null)" != "$wanted" ] || return 0
+    mkdir -p "$data/applications" "$data/icons/hicolor/scalable/apps" || return 0
+    cp "$1/share/icons/hicolor/scalable/apps/com.wrapio.Wrapio.svg" "$data/icons/hicolor/scalable/apps/" || return 0
+    printf '%s\n' "$wanted" >"$entry" || return 0
+    update-desktop-database "$data/applications" 2>/dev/null || true
+}

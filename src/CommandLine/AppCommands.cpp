@@ -87,6 +87,24 @@ bool leavesOldBundle(const Catalogue& catalogue, const AppConfiguration& before,
     });
 }
 
+/// Makes the bundle of an app that was changed: `opened` as it was before, `config` as it is now.
+void makeChangedBundle(const Task& task, const OpenedApp& opened, const AppConfiguration& config) {
+    ConfigurationManager& store = opened.catalogue.store;
+    if (const auto generated = opened.catalogue.lifecycle.generate(config); !generated) {
+        task->fail(u"the changes are saved, but the bundle of %1 could not be made: %2"_s.arg(
+            config.displayName(), generationAdvice(generated.error())));
+        return;
+    }
+    if (leavesOldBundle(opened.catalogue, opened.config, config))
+        store.removeBundle(opened.config);
+    if (const auto failure = store.saveFailure()) {
+        task->fail(failure->description());
+        return;
+    }
+    const AppConfiguration saved = store.find(config.id).value_or(config);
+    task->answer(u"Changed %1"_s.arg(saved.displayName()), saved, opened.catalogue);
+}
+
 void storeChangedApp(const Task& task, const OpenedApp& opened, Draft draft, bool takeIconAway) {
     ConfigurationManager& store = opened.catalogue.store;
     hintAtSharedBundle(task, opened.catalogue, draft.config);
@@ -102,20 +120,9 @@ void storeChangedApp(const Task& task, const OpenedApp& opened, Draft draft, boo
         task->fail(failure->description());
         return;
     }
-    endRunningApp(task, opened.catalogue, opened.config);
-    if (const auto generated = opened.catalogue.lifecycle.generate(config); !generated) {
-        task->fail(u"the changes are saved, but the bundle of %1 could not be made: %2"_s.arg(
-            config.displayName(), generationAdvice(generated.error())));
-        return;
-    }
-    if (leavesOldBundle(opened.catalogue, opened.config, config))
-        store.removeBundle(opened.config);
-    if (const auto failure = store.saveFailure()) {
-        task->fail(failure->description());
-        return;
-    }
-    const AppConfiguration saved = store.find(config.id).value_or(config);
-    task->answer(u"Changed %1"_s.arg(saved.displayName()), saved, opened.catalogue);
+    endRunningApp(task, opened, [task, opened](const AppConfiguration& present) {
+        makeChangedBundle(task, opened, present);
+    });
 }
 
 }  // namespace

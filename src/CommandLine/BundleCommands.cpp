@@ -33,6 +33,14 @@ void reportUpdate(const Task& task, const UpdateRun& run) {
         task->fail(u"could not update "_s + run.failures.join(u"; "_s));
 }
 
+void updateOne(UpdateRun& run, const QUuid& id) {
+    const auto app = run.catalogue.store.find(id);
+    if (!app)
+        return;
+    if (const auto generated = run.catalogue.lifecycle.generate(*app); !generated)
+        run.failures << app->displayName() + u": "_s + generationAdvice(generated.error());
+}
+
 /// One app per turn of the event loop, so that whoever shares it stays responsive.
 void updateNext(const Task& task, const std::shared_ptr<UpdateRun>& run) {
     if (run->next == run->apps.size()) {
@@ -43,11 +51,49 @@ void updateNext(const Task& task, const std::shared_ptr<UpdateRun>& run) {
     // As the catalogue has it now: another command may have edited or removed it since the last turn.
     if (const auto app = run->catalogue.store.find(id)) {
         task->console.progress(u"[%1/%2] %3"_s.arg(run->next).arg(run->apps.size()).arg(printable(app->displayName())));
-        endRunningApp(task, run->catalogue, *app);
-        if (const auto generated = run->catalogue.lifecycle.generate(*app); !generated)
-            run->failures << app->displayName() + u": "_s + generationAdvice(generated.error());
+        endRunningApp(task, run->catalogue, *app, [task, run, id] {
+            updateOne(*run, id);
+            task->services.scheduler.async([task, run] { updateNext(task, run); });
+        });
+        return;
     }
     task->services.scheduler.async([task, run] { updateNext(task, run); });
+}
+
+void makeAgain(const Task& task, const Catalogue& catalogue, const AppConfiguration& config) {
+    if (const auto generated = catalogue.lifecycle.generate(config); !generated) {
+        task->fail(u"could not make the bundle of %1: %2"_s.arg(config.displayName(),
+                                                                generationAdvice(generated.error())));
+        return;
+    }
+    if (const auto failure = catalogue.store.saveFailure()) {
+        task->fail(failure->description());
+        return;
+    }
+    const AppConfiguration made = catalogue.store.find(config.id).value_or(config);
+    task->answer(u"Made %1 again"_s.arg(made.displayName()), made, catalogue);
+}
+
+void remove(const Task& task, const Catalogue& catalogue, const AppConfiguration& config) {
+    ConfigurationManager& store = catalogue.store;
+    const QString bundleURL = store.getBundleURL(config);
+    store.removeApp(config.id);
+    if (store.saveFailure()) {
+        task->fail(store.saveFailure()->description());
+        return;
+    }
+    if (task->services.files.exists(bundleURL)) {
+        task->fail(u"%1 is no longer in the catalogue, but its bundle could not be deleted: %2"_s.arg(
+            config.displayName(), bundleURL));
+        return;
+    }
+    if (task->json) {
+        const Json answer = {{"deleted", canonicalText(config.id).toStdString()}};
+        task->console.print(QString::fromStdString(answer.dump(2)));
+    } else {
+        task->console.print(u"Deleted %1"_s.arg(printable(config.displayName())));
+    }
+    task->succeed();
 }
 
 }  // namespace
@@ -56,45 +102,18 @@ void regenerateApp(const Task& task, const RegenerateCommand& command) {
     const auto opened = openApp(task, command.app, true);
     if (!opened)
         return;
-    ConfigurationManager& store = opened->catalogue.store;
-    endRunningApp(task, opened->catalogue, opened->config);
-    if (const auto generated = opened->catalogue.lifecycle.generate(opened->config); !generated) {
-        task->fail(u"could not make the bundle of %1: %2"_s.arg(opened->config.displayName(),
-                                                                generationAdvice(generated.error())));
-        return;
-    }
-    if (store.saveFailure()) {
-        task->fail(store.saveFailure()->description());
-        return;
-    }
-    const AppConfiguration config = store.find(opened->config.id).value_or(opened->config);
-    task->answer(u"Made %1 again"_s.arg(config.displayName()), config, opened->catalogue);
+    endRunningApp(task, *opened, [task, catalogue = opened->catalogue](const AppConfiguration& config) {
+        makeAgain(task, catalogue, config);
+    });
 }
 
 void deleteApp(const Task& task, const DeleteCommand& command) {
     const auto opened = openApp(task, command.app, true);
     if (!opened)
         return;
-    ConfigurationManager& store = opened->catalogue.store;
-    const QString bundleURL = store.getBundleURL(opened->config);
-    endRunningApp(task, opened->catalogue, opened->config);
-    store.removeApp(opened->config.id);
-    if (store.saveFailure()) {
-        task->fail(store.saveFailure()->description());
-        return;
-    }
-    if (task->services.files.exists(bundleURL)) {
-        task->fail(u"%1 is no longer in the catalogue, but its bundle could not be deleted: %2"_s.arg(
-            opened->config.displayName(), bundleURL));
-        return;
-    }
-    if (task->json) {
-        const Json answer = {{"deleted", canonicalText(opened->config.id).toStdString()}};
-        task->console.print(QString::fromStdString(answer.dump(2)));
-    } else {
-        task->console.print(u"Deleted %1"_s.arg(printable(opened->config.displayName())));
-    }
-    task->succeed();
+    endRunningApp(task, *opened, [task, catalogue = opened->catalogue](const AppConfiguration& config) {
+        remove(task, catalogue, config);
+    });
 }
 
 void updateAllApps(const Task& task) {

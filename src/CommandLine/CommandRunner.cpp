@@ -1,6 +1,7 @@
 #include "CommandLine/CommandRunner.h"
 
 #include "CommandLine/CommandTask.h"
+#include "CommandLine/Wait.h"
 
 #include <QCoreApplication>
 
@@ -62,7 +63,10 @@ void CommandTask::answer(const QString& line, const AppConfiguration& config, co
 std::optional<Catalogue> openCatalogue(const Task& task) {
     const auto catalogue = task->services.catalogue.openForChanges();
     if (!catalogue) {
-        task->fail(catalogue.error().description());
+        if (catalogue.error().byManager)
+            task->done(ExitStatus::needsManager);
+        else
+            task->fail(catalogue.error().description());
         return std::nullopt;
     }
     return *catalogue;
@@ -80,14 +84,31 @@ std::optional<OpenedApp> openApp(const Task& task, const QString& app, bool forC
     return OpenedApp{*catalogue, *config};
 }
 
-void endRunningApp(const Task& task, const Catalogue& catalogue, const AppConfiguration& config) {
-    constexpr double pause = 0.05;
-    constexpr int mostPauses = 20;
-    if (!catalogue.lifecycle.runningApplication(config))
+void endRunningApp(const Task& task, const Catalogue& catalogue, const AppConfiguration& config,
+                   const std::function<void()>& then) {
+    constexpr double endLimit = 1.0;
+    AppLifecycleManager& lifecycle = catalogue.lifecycle;
+    if (!lifecycle.runningApplication(config)) {
+        then();
         return;
-    catalogue.lifecycle.quit(config);
-    for (int i = 0; i < mostPauses && catalogue.lifecycle.runningApplication(config); ++i)
-        task->services.scheduler.sleep(pause);
+    }
+    lifecycle.quit(config);
+    const auto hasEnded = [&lifecycle, config] { return !lifecycle.runningApplication(config); };
+    waitUntil(task->services.scheduler, endLimit, hasEnded, [task, &lifecycle, then](bool) {
+        // What is published as running must be true by then: making a bundle again pauses for those.
+        lifecycle.checkRunningApps();
+        task->services.scheduler.async(then);
+    });
+}
+
+void endRunningApp(const Task& task, const OpenedApp& opened,
+                   const std::function<void(const AppConfiguration&)>& then) {
+    endRunningApp(task, opened.catalogue, opened.config, [task, opened, then] {
+        if (const auto present = opened.catalogue.store.find(opened.config.id))
+            then(*present);
+        else
+            task->fail(u"%1 was deleted in the meantime"_s.arg(opened.config.displayName()), ExitStatus::noSuchApp);
+    });
 }
 
 QString generationAdvice(const AnyError& error) {

@@ -40,8 +40,13 @@ struct OpenedApp {
 /// Opens the catalogue to be changed; ends the task when another process keeps it.
 [[nodiscard]] std::optional<Catalogue> openCatalogue(const Task& task);
 
-/// Ends the app, if it is running, and gives it a moment to do so: before its bundle is replaced or removed.
-void endRunningApp(const Task& task, const Catalogue& catalogue, const AppConfiguration& config);
+/// Ends the app, if it is running, and calls `then` when it has ended or has had a moment to do so: before its bundle is
+/// replaced or removed. The catalogue may have changed by then.
+void endRunningApp(const Task& task, const Catalogue& catalogue, const AppConfiguration& config,
+                   const std::function<void()>& then);
+/// The same; hands on the app as the catalogue has it by then, and ends the task when it is gone.
+void endRunningApp(const Task& task, const OpenedApp& opened,
+                   const std::function<void(const AppConfiguration&)>& then);
 
 /// Tells in words what went wrong in making a bundle, and what to do about it.
 [[nodiscard]] QString generationAdvice(const AnyError& error);

@@ -8,9 +8,16 @@
 namespace wrapio {
 
 /// The exit status of a command.
-enum class ExitStatus { done = 0, failed = 1, usage = 2, noSuchApp = 3, severalAppsMatch = 4 };
+enum class ExitStatus {
+    done = 0,
+    failed = 1,
+    usage = 2,
+    noSuchApp = 3,
+    severalAppsMatch = 4,
+    needsManager = -1,  ///< never leaves the program: nothing was done, since a manager holds the catalogue by now
+};
 
-/// The terminal, pipe or bus call that a command was given by.
+/// The terminal or pipe that a command was given at, in this process or in another one. Main thread.
 class Console {
 public:
     Console() = default;
@@ -24,8 +31,9 @@ public:
     virtual void note(const QString& line) = 0;
     /// Shows how far something is, over the last such line; nothing where nobody would see it.
     virtual void progress(const QString& line) = 0;
-    /// Asks a question that is answered with yes or no; no where nobody can answer.
-    [[nodiscard]] virtual bool confirm(const QString& question) = 0;
+    /// Asks a question that is answered with yes or no; no where nobody can answer. `answered` is called once, now or
+    /// in a later turn of the event loop.
+    virtual void confirm(const QString& question, std::function<void(bool)> answered) = 0;
     /// `path` seen from where the command was given.
     [[nodiscard]] virtual QString resolved(const QString& path) const = 0;
 };

@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace wrapio {
 
 using namespace Qt::StringLiterals;
@@ -61,28 +63,56 @@ void printReport(Console& console, const DoctorReport& report) {
                                                    printable(leftover.path)));
 }
 
+/// What of `asked` is still there: while somebody thought about the question, an app may have come to use a part of it.
+std::vector<Leftover> stillThere(Doctor& doctor, const std::vector<Leftover>& asked) {
+    std::vector<Leftover> present = doctor.examine().leftovers;
+    std::erase_if(present, [&asked](const Leftover& leftover) {
+        return std::none_of(asked.begin(), asked.end(), [&leftover](const Leftover& other) {
+            return other.kind == leftover.kind && other.path == leftover.path;
+        });
+    });
+    return present;
+}
+
 /// Removes the leftovers and tells how many went; those that stay are named.
-qsizetype cleanUp(const Task& task, Doctor& doctor, const DoctorReport& report, QStringList& failures) {
+qsizetype cleanUp(const Task& task, Doctor& doctor, const std::vector<Leftover>& leftovers, QStringList& failures) {
     qsizetype removed = 0;
-    for (const Leftover& leftover : report.leftovers) {
+    for (const Leftover& leftover : leftovers) {
         if (const auto cleaned = doctor.clean(leftover); cleaned)
             ++removed;
         else
             failures << cleaned.error().description();
     }
     if (!task->json)
-        task->console.print(u"Removed %1 of %2 leftovers"_s.arg(removed).arg(report.leftovers.size()));
+        task->console.print(u"Removed %1 of %2 leftovers"_s.arg(removed).arg(leftovers.size()));
     return removed;
 }
 
-bool mayClean(const Task& task, const DoctorCommand& command, const DoctorReport& report) {
-    if (!command.clean || report.leftovers.empty())
-        return false;
+void finish(const Task& task, const DoctorReport& report, qsizetype removed, const QStringList& failures) {
+    if (task->json)
+        task->console.print(QString::fromStdString(
+            reportJson(report, removed).dump(2, ' ', false, Json::error_handler_t::replace)));
+    if (!failures.isEmpty())
+        task->fail(failures.join(u"; "_s));
+    else
+        task->done(report.hasProblems() ? ExitStatus::failed : ExitStatus::done);
+}
+
+void finishWithAnswer(const Task& task, Doctor& doctor, const DoctorReport& report, bool mayClean) {
+    QStringList failures;
+    qsizetype removed = 0;
+    if (mayClean)
+        removed = cleanUp(task, doctor, stillThere(doctor, report.leftovers), failures);
+    else if (!report.leftovers.empty() && !task->json)
+        task->console.print(u"\"wrapio doctor --clean\" removes the leftovers after a yes"_s);
+    finish(task, report, removed, failures);
+}
+
+QString question(const DoctorReport& report) {
     qint64 total = 0;
     for (const Leftover& leftover : report.leftovers)
         total += leftover.bytes;
-    return command.yes || task->console.confirm(u"Remove these %1 leftovers (%2)?"_s.arg(report.leftovers.size())
-                                                    .arg(sizeText(total)));
+    return u"Remove these %1 leftovers (%2)?"_s.arg(report.leftovers.size()).arg(sizeText(total));
 }
 
 }  // namespace
@@ -95,19 +125,13 @@ void runDoctor(const Task& task, const DoctorCommand& command) {
     const DoctorReport report = catalogue->doctor.examine();
     if (!task->json)
         printReport(task->console, report);
-    QStringList failures;
-    qsizetype removed = 0;
-    if (mayClean(task, command, report))
-        removed = cleanUp(task, catalogue->doctor, report, failures);
-    else if (!report.leftovers.empty() && !task->json)
-        task->console.print(u"\"wrapio doctor --clean\" removes the leftovers after a yes"_s);
-    if (task->json)
-        task->console.print(QString::fromStdString(
-            reportJson(report, removed).dump(2, ' ', false, Json::error_handler_t::replace)));
-    if (!failures.isEmpty())
-        task->fail(failures.join(u"; "_s));
-    else
-        task->done(report.hasProblems() ? ExitStatus::failed : ExitStatus::done);
+    if (!command.clean || command.yes || report.leftovers.empty()) {
+        finishWithAnswer(task, catalogue->doctor, report, command.clean && !report.leftovers.empty());
+        return;
+    }
+    task->console.confirm(question(report), [task, &doctor = catalogue->doctor, report](bool yes) {
+        finishWithAnswer(task, doctor, report, yes);
+    });
 }
 
 }  // namespace wrapio

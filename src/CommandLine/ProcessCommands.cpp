@@ -1,5 +1,6 @@
 // Commands that start, bring forward and end apps.
 #include "CommandLine/CommandTask.h"
+#include "CommandLine/Wait.h"
 
 namespace wrapio {
 
@@ -7,45 +8,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double lookInterval = 0.02;
 constexpr double startLimit = 10.0;
 constexpr double endLimit = 5.0;
 
-/// Looks until `holds` answers true, for `seconds` at most, and tells which it was.
-class Wait : public std::enable_shared_from_this<Wait> {
-public:
-    static void until(Scheduler& scheduler, double seconds, std::function<bool()> holds,
-                      std::function<void(bool)> then) {
-        const auto wait = std::make_shared<Wait>();
-        wait->m_holds = std::move(holds);
-        wait->m_then = std::move(then);
-        wait->m_deadline = scheduler.now().secondsSinceReference + seconds;
-        wait->m_timer = scheduler.every(lookInterval, [wait, &scheduler] { wait->look(scheduler); });
-        scheduler.async([wait, &scheduler] { wait->look(scheduler); });
-    }
-
-private:
-    void look(const Scheduler& scheduler) {
-        if (!m_then)
-            return;
-        const bool holds = m_holds();
-        if (!holds && scheduler.now().secondsSinceReference < m_deadline)
-            return;
-        const auto self = shared_from_this();  // the timer that is cancelled here may be the last to hold this
-        const auto then = std::exchange(m_then, nullptr);
-        m_timer.cancel();
-        then(holds);
-    }
-
-    std::function<bool()> m_holds;
-    std::function<void(bool)> m_then;
-    double m_deadline = 0;
-    ScheduledTask m_timer;
-};
-
 void reportLaunch(const Task& task, const OpenedApp& opened) {
     const auto isRunning = [opened] { return opened.catalogue.lifecycle.runningApplication(opened.config).has_value(); };
-    Wait::until(task->services.scheduler, startLimit, isRunning, [task, opened](bool started) {
+    waitUntil(task->services.scheduler, startLimit, isRunning, [task, opened](bool started) {
         if (started)
             task->answer(u"Launched %1"_s.arg(opened.config.displayName()), opened.config, opened.catalogue);
         else
@@ -100,7 +68,7 @@ void quitApp(const Task& task, const QuitCommand& command) {
     }
     lifecycle.quit(opened->config);
     const auto hasEnded = [&lifecycle, config = opened->config] { return !lifecycle.runningApplication(config); };
-    Wait::until(task->services.scheduler, endLimit, hasEnded, [task, opened = *opened](bool ended) {
+    waitUntil(task->services.scheduler, endLimit, hasEnded, [task, opened = *opened](bool ended) {
         if (ended)
             task->answer(u"Quit %1"_s.arg(opened.config.displayName()), opened.config, opened.catalogue);
         else

@@ -61,7 +61,11 @@ void TerminalConsole::clearProgress() {
     m_progressOnScreen = false;
 }
 
-bool TerminalConsole::confirm(const QString& question) {
+void TerminalConsole::confirm(const QString& question, std::function<void(bool)> answered) {
+    answered(asksForYes(question));
+}
+
+bool TerminalConsole::asksForYes(const QString& question) {
     if (isatty(STDIN_FILENO) != 1)
         return false;
     clearProgress();

@@ -10,6 +10,7 @@ namespace wrapio {
 /// Another process holds the catalogue.
 struct CatalogueBusy {
     QString reason;
+    bool byManager = false;  ///< a manager holds it, which carries commands out for others
     [[nodiscard]] const QString& description() const { return reason; }
 };
 

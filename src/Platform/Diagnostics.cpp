@@ -1,5 +1,7 @@
 #include "Platform/Diagnostics.h"
 
+#include "Platform/Caller.h"
+
 #include <unistd.h>
 
 #include <atomic>
@@ -34,6 +36,9 @@ void setDiagnosticsDestination(DiagnosticsDestination destination) {
 
 void printDiagnostics(const QString& line) {
     writeTo(currentDestination, line.toUtf8() + '\n');
+    const CallerPointer caller = CallerScope::current();
+    if (caller && caller->diagnostics)
+        caller->diagnostics(line);
 }
 
 }  // namespace wrapio

@@ -14,7 +14,8 @@ enum class DiagnosticsDestination {
 /// Sets where lines go from now on. For the program's entry only.
 void setDiagnosticsDestination(DiagnosticsDestination destination);
 
-/// Writes one line in UTF-8. A line break inside `line` is written as it is. Any thread.
+/// Writes one line in UTF-8, and tells the present caller, if there is one who wants to know. A line break inside `line`
+/// is written as it is. Any thread.
 void printDiagnostics(const QString& line);
 
 }  // namespace wrapio

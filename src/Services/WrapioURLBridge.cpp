@@ -70,6 +70,10 @@ std::optional<WrapioImportSessionRequest> WrapioURLBridge::parseImportSessionReq
     return WrapioImportSessionRequest{std::move(request->url), std::move(request->note)};
 }
 
+QString WrapioURLBridge::refusal(const QString& url) {
+    return u"%1 is no request that Wrapio knows; one looks like wrapio://create?url=https%3A%2F%2Fexample.com"_s.arg(url);
+}
+
 void WrapioURLBridge::setPending(WrapioCreateRequest request) {
     pendingCreateRequest = std::move(request);
 }

@@ -36,6 +36,9 @@ public:
     /// Reads "wrapio://import-session?url=(site)[&source=(name)]"; nothing when `url` is anything else.
     [[nodiscard]] static std::optional<WrapioImportSessionRequest> parseImportSessionRequest(const QString& url);
 
+    /// What to tell somebody whose address neither of the two reads.
+    [[nodiscard]] static QString refusal(const QString& url);
+
     /// Puts a request into its slot, over one that nobody has taken.
     static void setPending(WrapioCreateRequest request);
     static void setPending(WrapioImportSessionRequest request);

@@ -24,6 +24,7 @@ ALLOWED = {
     "src/Platform/Darwin/": BELOW_SERVICES | {"Platform/Darwin"},
     "src/Services/": BELOW_VIEW_MODELS,
     "src/CommandLine/": BELOW_VIEW_MODELS | {"CommandLine"},
+    "src/Session/": BELOW_VIEW_MODELS | {"CommandLine", "Session"},
     "src/ViewModels/": BELOW_VIEW_MODELS | {"ViewModels"},
     "src/Design/": {"Design"},
     "src/Views/": BELOW_VIEW_MODELS | {"ViewModels", "Views", "Views/Components", "Design"},
@@ -47,10 +48,10 @@ RESERVED = {
     r"libdeflate": ("src/Platform/PngEncoder.cpp", "src/Platform/Linux/", "tests/"),
     r"(sys/|linux/|fcntl\.h|dirent\.h|poll\.h|spawn\.h|pwd\.h)": (
         "src/Platform/Linux/", "src/Platform/Darwin/", "runner/", "tests/", "benchmarks/", "fuzz/"),
-    r"QQuick|QQml|QtQuick|QtQml": ("src/Views/", "src/Design/", "src/WrapioApp", "src/AppDelegate", "src/main.cpp", "tests/",
+    r"QQuick|QQml|QtQuick|QtQml": ("src/Views/", "src/Design/", "src/WrapioApp", "src/AppDelegate", "src/main", "tests/",
                                    "benchmarks/"),
     r"Q(Application|Widget|Menu|Action|SystemTrayIcon|MessageBox|FileDialog|Label|Layout)\b|QtWidgets": (
-        "src/Views/", "src/WrapioApp", "src/AppDelegate", "src/main.cpp", "tests/", "benchmarks/"),
+        "src/Views/", "src/WrapioApp", "src/AppDelegate", "src/main", "tests/", "benchmarks/"),
 }
 
 
@@ -140,7 +141,7 @@ class Includes(unittest.TestCase):
                 self.assertNotIn(layer, reachable(other), f"{layer} and {other}")
 
     def test_of_the_platforms_themselves_stand_only_in_the_composition_root_tools_and_tests(self):
-        mayKnow = ("src/Platform/Linux/", "src/Platform/Darwin/", "src/WrapioApp", "src/main.cpp", "resources/", "tests/",
+        mayKnow = ("src/Platform/Linux/", "src/Platform/Darwin/", "src/WrapioApp", "src/main", "resources/", "tests/",
                    "benchmarks/", "fuzz/")
         wrong = [
             f"{name} includes {include}"

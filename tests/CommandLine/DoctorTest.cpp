@@ -139,6 +139,21 @@ TEST_F(DoctorTest, cleans_only_after_a_yes) {
     EXPECT_EQ(leftovers(), QStringList());
 }
 
+TEST_F(DoctorTest, leaves_what_an_app_has_come_to_use_while_the_question_was_open) {
+    put(bundle(u"Stray.app/Contents/Linux/WrapioRunner"_s));
+    put(bundle(u"Other.app/Contents/Linux/WrapioRunner"_s));
+    console.answer = true;
+    console.beforeTheAnswer = [this] {
+        AppConfiguration app = record(u"Stray"_s);
+        store->appendApps({app});
+    };
+    run({u"doctor"_s, u"--clean"_s});
+    EXPECT_EQ(console.questions.size(), 1);
+    EXPECT_TRUE(files.exists(bundle(u"Stray.app"_s)));
+    EXPECT_FALSE(files.exists(bundle(u"Other.app"_s)));
+    EXPECT_TRUE(said().contains(u"Removed 1 of 1 leftovers"_s)) << said().toStdString();
+}
+
 TEST_F(DoctorTest, cleans_without_a_question_when_told_so) {
     put(bundle(u"Stray.app/Contents/Linux/WrapioRunner"_s));
     health.registered = {{u"com.wrapio.generated.gone-0b7c57e2"_s, u"/gone.app"_s}};

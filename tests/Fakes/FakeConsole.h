@@ -13,9 +13,11 @@ public:
     void print(const QString& line) override { printed << line; }
     void note(const QString& line) override { notes << line; }
     void progress(const QString& line) override { progressed << line; }
-    bool confirm(const QString& question) override {
+    void confirm(const QString& question, std::function<void(bool)> answered) override {
         questions << question;
-        return answer;
+        if (beforeTheAnswer)
+            beforeTheAnswer();
+        answered(answer);
     }
     QString resolved(const QString& path) const override { return QDir(workingDirectory).absoluteFilePath(path); }
 
@@ -24,6 +26,7 @@ public:
     QStringList progressed;
     QStringList questions;
     bool answer = false;
+    std::function<void()> beforeTheAnswer;  ///< what happens while somebody thinks about a question
     QString workingDirectory;
 };
 

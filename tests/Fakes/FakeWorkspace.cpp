@@ -20,7 +20,8 @@ bool FakeWorkspace::terminate(const RunningApplication& application) {
     log << u"terminate %1"_s.arg(application.processIdentifier);
     if (deafProcesses.contains(application.processIdentifier))
         return false;
-    end(application);
+    if (!slowProcesses.contains(application.processIdentifier))
+        end(application);
     return true;
 }
 

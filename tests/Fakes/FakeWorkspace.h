@@ -27,6 +27,7 @@ public:
     std::vector<RunningApplication> running;
     std::map<QString, QString> registered;       ///< bundle identifier → bundle
     std::set<qint64> deafProcesses;              ///< those that cannot be asked to end
+    std::set<qint64> slowProcesses;              ///< those that agree to end, and do not do so
     std::vector<bool> openAnswers;               ///< taken one by one by open(); true when used up
     std::optional<LaunchError> launchFailure;    ///< how openApplication() ends
 

@@ -1,20 +1,9 @@
 """Apps that look for the icon of their site: in a network that ends at this machine, on the port where sites are."""
 import os
-import subprocess
-import sys
 import unittest
 
+import network
 from support import DONE, ProcessTestCase, Site, png
-
-
-def bring_loopback_up():
-    import fcntl
-    import socket
-    import struct
-
-    set_flags, up_and_running = 0x8914, 0x41
-    with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as any_socket:
-        fcntl.ioctl(any_socket, set_flags, struct.pack("16sh", b"lo", up_and_running))
 
 
 class FetchingIcons(ProcessTestCase):
@@ -78,9 +67,5 @@ class FetchingIcons(ProcessTestCase):
 
 
 if __name__ == "__main__":
-    if os.environ.get("WRAPIO_OWN_NETWORK") != "1":
-        environment = dict(os.environ, WRAPIO_OWN_NETWORK="1")
-        command = ["unshare", "--user", "--map-root-user", "--net", sys.executable, "-B", *sys.argv]
-        sys.exit(subprocess.run(command, env=environment).returncode)
-    bring_loopback_up()
+    network.enter()
     unittest.main()

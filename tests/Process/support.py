@@ -50,19 +50,21 @@ class Result:
 
 
 class Installation:
-    """bin/wrapio and share/wrapio in a folder of their own, with a template bundle that can be changed."""
+    """The programs and share/wrapio in a folder of their own, with a template bundle that can be changed."""
 
     def __init__(self, folder):
         self.folder = pathlib.Path(folder)
         self.binary = self.folder / "bin" / "wrapio"
         self.share = self.folder / "share" / "wrapio"
         self.template = self.share / "WrapioRunner.app"
-        self.binary.parent.mkdir(parents=True)
         self.share.mkdir(parents=True)
-        try:
-            os.link(BINARY, self.binary)
-        except OSError:
-            shutil.copy2(BINARY, self.binary)
+        for program in ("bin/wrapio", "libexec/wrapio/wrapio-manager"):
+            own = self.folder / program
+            own.parent.mkdir(parents=True)
+            try:
+                os.link(BINARY.parent.parent / program, own)
+            except OSError:
+                shutil.copy2(BINARY.parent.parent / program, own)
         for pictures in ("icons", "templates", "symbols"):
             if (SHARE / pictures).is_dir():
                 os.symlink(SHARE / pictures, self.share / pictures)

@@ -45,10 +45,14 @@ QString busNameOf(const QString& bundlePath) {
     return identifier ? QString::fromStdString(desktopId(identifier->toStdString())) : QString();
 }
 
-/// A token that was meant for this program must not reach another one that it was not meant for.
-EnvironmentChanges tokenChanges(const QByteArray& token) {
+/// What a new process finds: the caller's display, and a token only when it is meant for that process.
+EnvironmentChanges environmentWith(const QByteArray& token) {
+    const CallerPointer caller = CallerScope::current();
+    EnvironmentChanges changes = caller ? caller->environment : EnvironmentChanges();
     const auto value = token.isEmpty() ? std::nullopt : std::optional(token);
-    return {{"XDG_ACTIVATION_TOKEN", value}, {"DESKTOP_STARTUP_ID", value}};
+    changes.emplace_back("XDG_ACTIVATION_TOKEN", value);
+    changes.emplace_back("DESKTOP_STARTUP_ID", value);
+    return changes;
 }
 
 /// What has no scheme would be taken for a file or for an option.
@@ -99,7 +103,7 @@ void LinuxWorkspace::openApplication(const QString& bundleURL, const OpenConfigu
 void LinuxWorkspace::activate(const RunningApplication& application, ActivationOptions options) {
     Q_UNUSED(options)
     const QString name = application.bundleURL ? busNameOf(*application.bundleURL) : QString();
-    m_activator.activate(name, application.processIdentifier, std::exchange(m_activationToken, {}));
+    m_activator.activate(name, application.processIdentifier, takeToken());
 }
 
 bool LinuxWorkspace::terminate(const RunningApplication& application) {
@@ -113,7 +117,7 @@ bool LinuxWorkspace::forceTerminate(const RunningApplication& application) {
 bool LinuxWorkspace::open(const QString& url) {
     if (!hasScheme(url))
         return false;
-    const EnvironmentChanges changes = tokenChanges(std::exchange(m_activationToken, {}));
+    const EnvironmentChanges changes = environmentWith(takeToken());
     if (const QString gio = QStandardPaths::findExecutable(u"gio"_s); !gio.isEmpty())
         return isOpened(gio, {u"open"_s, url}, changes);
     // This one takes a browser for schemes that nobody has registered for, and reports success.
@@ -150,12 +154,18 @@ bool LinuxWorkspace::deliver(const RunningApplication& application, int signal) 
     return posix::sendSignal(handle, signal);
 }
 
+/// A caller's token is for the apps that the caller opens, ours for those that we do.
+QByteArray LinuxWorkspace::takeToken() {
+    const CallerPointer caller = CallerScope::current();
+    return caller ? caller->activationToken : std::exchange(m_activationToken, {});
+}
+
 std::optional<LaunchError> LinuxWorkspace::start(const QString& bundlePath, bool activates) {
     const auto executable = executableOf(bundlePath);
     if (!executable)
         return executable.error();
-    const QByteArray token = activates ? std::exchange(m_activationToken, {}) : QByteArray();
-    const auto process = startProcess(*executable, {}, m_directories.home, tokenChanges(token));
+    const QByteArray token = activates ? takeToken() : QByteArray();
+    const auto process = startProcess(*executable, {}, m_directories.home, environmentWith(token));
     if (!process)
         return process.error();
     m_children.adopt(*process);

@@ -11,7 +11,8 @@
 
 namespace wrapio {
 
-/// An application is a process of this user that runs a program inside a bundle's Contents/Linux. Main thread.
+/// An application is a process of this user that runs a program inside a bundle's Contents/Linux. What is started for
+/// another process's command finds that process's display. Main thread.
 class LinuxWorkspace final : public Workspace {
 public:
     /// Answers the bundle that the desktop has registered for a bundle identifier.
@@ -41,6 +42,7 @@ private:
     [[nodiscard]] QString asConfigured(const QString& bundlePath, const QString& resolvedApps) const;
     [[nodiscard]] QString resolvedApps() const;
     [[nodiscard]] bool deliver(const RunningApplication& application, int signal) const;
+    [[nodiscard]] QByteArray takeToken();
     [[nodiscard]] std::optional<LaunchError> start(const QString& bundlePath, bool activates);
 
     Directories m_directories;

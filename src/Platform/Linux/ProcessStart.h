@@ -1,22 +1,17 @@
 // Starting other programs.
 #pragma once
 
+#include "Platform/Caller.h"
 #include "Platform/ToolRunner.h"
 
-#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
 #include <sys/types.h>
 
 #include <optional>
-#include <utility>
-#include <vector>
 
 namespace wrapio {
-
-/// The names and values of the environment that a new process has different from ours; no value takes a name away.
-using EnvironmentChanges = std::vector<std::pair<QByteArray, std::optional<QByteArray>>>;
 
 /// Starts `program` (an absolute path) in a session of its own, so that what ends this process does not end that one:
 /// with default signals, in the folder `workingFolder`, reading and writing /dev/null, with no other file of ours.
