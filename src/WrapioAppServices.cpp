@@ -29,6 +29,14 @@ PlatformServices::PlatformServices(Directories folders, QString programPath)
               [this] { return registration.registry().registrations(); },
               [this](const QString& id) { return registration.removeRegistration(id); }}) {}
 
+LinuxScreenCapture& PlatformServices::screen() {
+    if (!m_screen) {
+        const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+        m_screen.emplace(runtimeFolder.isEmpty() ? std::nullopt : std::optional(runtimeFolder), scheduler);
+    }
+    return *m_screen;
+}
+
 SharedServices::SharedServices(PlatformServices& platform)
     : m_platform(platform)
     , launchServices(platform.tools, platform.files, platform.workspace, platform.directories)
@@ -103,11 +111,15 @@ Catalogue LazyCatalogue::open(UserDefaults& defaults) {
 }
 
 CommandServices WrapioAppServices::commandServices() {
-    return {catalogue,          shared.favicons,
-            shared.versions,    platform.workspace,
-            platform.files,     platform.resources,
-            platform.scheduler, [this]() -> CollectionExportService& {
-                return shared.exchange(); }};
+    return {.catalogue = catalogue,
+            .favicons = shared.favicons,
+            .versions = shared.versions,
+            .workspace = platform.workspace,
+            .files = platform.files,
+            .resources = platform.resources,
+            .scheduler = platform.scheduler,
+            .exchange = [this]() -> CollectionExportService& { return shared.exchange(); },
+            .pictures = [this] { return PictureServices{platform.screen(), shared.previews}; }};
 }
 
 }  // namespace wrapio

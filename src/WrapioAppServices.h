@@ -9,6 +9,7 @@
 #include "Platform/Linux/FileDefaults.h"
 #include "Platform/Linux/LinuxFileSystem.h"
 #include "Platform/Linux/LinuxResources.h"
+#include "Platform/Linux/LinuxScreenCapture.h"
 #include "Platform/Linux/LinuxSystemHealth.h"
 #include "Platform/Linux/LinuxToolRunner.h"
 #include "Platform/Linux/LinuxWorkspace.h"
@@ -29,6 +30,9 @@ public:
     /// `program` is the absolute path of bin/wrapio.
     PlatformServices(Directories folders, QString program);
 
+    /// Made when it is first needed: it connects to the display.
+    [[nodiscard]] LinuxScreenCapture& screen();
+
     Directories directories;
     QString program;
     LinuxFileSystem files;
@@ -44,6 +48,9 @@ public:
     LinuxWorkspace workspace;
     LinuxSystemHealth health;
     FileCatalogueLock lock{directories.configuration};
+
+private:
+    std::optional<LinuxScreenCapture> m_screen;
 };
 
 /// The services that need no catalogue.

@@ -159,6 +159,12 @@ Grammar ofOneFile() {
             }};
 }
 
+Parsed makeCapture(const QCommandLineParser&, const QStringList& arguments) {
+    if (!arguments.at(1).endsWith(u".png", Qt::CaseInsensitive))
+        return tl::unexpected(UsageError{u"capture writes a picture whose name ends in .png"_s});
+    return CaptureCommand{arguments.at(0), arguments.at(1)};
+}
+
 Parsed makeOpen(const QCommandLineParser&, const QStringList& arguments) {
     return OpenCommand{arguments.isEmpty() ? std::nullopt : std::optional(arguments.at(0))};
 }
@@ -186,6 +192,7 @@ const std::map<QString, Grammar>& grammars() {
         {u"doctor"_s, doctorGrammar()},
         {u"export"_s, ofOneFile<ExportCommand>()},
         {u"import"_s, ofOneFile<ImportCommand>()},
+        {u"capture"_s, {{u"APP"_s, u"FILE"_s}, {}, makeCapture}},
         {u"open"_s, {{u"[URL]"_s}, {}, makeOpen}},
     };
     return all;
@@ -254,6 +261,7 @@ QString helpText() {
   wrapio doctor [--clean [--yes]]     examine everything; remove what belongs to no app
   wrapio export FILE                  write all apps, with their icons, into one archive
   wrapio import FILE                  add the apps of an archive to those that are there
+  wrapio capture APP FILE.png         write what the preview of an app shows
   wrapio open [URL]                   hand a wrapio:// request over; without one, bring Wrapio to the front
   wrapio [--background]               start Wrapio
   wrapio --version | --help

@@ -75,6 +75,10 @@ struct ExportCommand {
 struct ImportCommand {
     QString file;
 };
+struct CaptureCommand {
+    QString app;
+    QString file;
+};
 struct OpenCommand {
     std::optional<QString> url;  ///< none when a desktop starts the program without one
 };
@@ -84,7 +88,7 @@ struct HelpCommand {};
 struct Command {
     std::variant<StartCommand, CreateCommand, EditCommand, MoveCommand, ListCommand, ShowCommand, LaunchCommand,
                  FocusCommand, QuitCommand, RegenerateCommand, DeleteCommand, UpdateAllCommand, DoctorCommand,
-                 ExportCommand, ImportCommand, OpenCommand, VersionCommand, HelpCommand>
+                 ExportCommand, ImportCommand, CaptureCommand, OpenCommand, VersionCommand, HelpCommand>
         action;
     bool json = false;     ///< answer in JSON
     bool verbose = false;  ///< tell on standard error what is being done

@@ -33,6 +33,7 @@ struct Dispatch {
     void operator()(const DoctorCommand& command) const { runDoctor(task, command); }
     void operator()(const ExportCommand& command) const { exportApps(task, command); }
     void operator()(const ImportCommand& command) const { importApps(task, command); }
+    void operator()(const CaptureCommand& command) const { captureApp(task, command); }
     void operator()(const VersionCommand&) const {
         task->console.print(u"wrapio "_s + QCoreApplication::applicationVersion());
         task->succeed();

@@ -6,11 +6,13 @@
 #include "Platform/FileSystem.h"
 #include "Platform/Resources.h"
 #include "Platform/Scheduler.h"
+#include "Platform/ScreenCapture.h"
 #include "Platform/Workspace.h"
 #include "Services/AppLifecycleManager.h"
 #include "Services/CollectionExportService.h"
 #include "Services/Doctor.h"
 #include "Services/FaviconService.h"
+#include "Services/PreviewCacheManager.h"
 #include "Services/VersionManager.h"
 
 #include <functional>
@@ -40,6 +42,12 @@ public:
     [[nodiscard]] virtual Catalogue openForReading() = 0;
 };
 
+/// What pictures of apps are made of.
+struct PictureServices {
+    ScreenCapture& screen;
+    const PreviewCacheManager& previews;
+};
+
 /// All of it outlives the commands.
 struct CommandServices {
     CatalogueProvider& catalogue;
@@ -50,6 +58,7 @@ struct CommandServices {
     const Resources& resources;
     Scheduler& scheduler;
     std::function<CollectionExportService&()> exchange;  ///< made when it is first needed
+    std::function<PictureServices()> pictures = {};      ///< made when it is first needed
 };
 
 }  // namespace wrapio

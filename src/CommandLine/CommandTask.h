@@ -65,6 +65,7 @@ void deleteApp(const Task& task, const DeleteCommand& command);
 void updateAllApps(const Task& task);
 void exportApps(const Task& task, const ExportCommand& command);
 void importApps(const Task& task, const ImportCommand& command);
+void captureApp(const Task& task, const CaptureCommand& command);
 void runDoctor(const Task& task, const DoctorCommand& command);
 
 }  // namespace wrapio

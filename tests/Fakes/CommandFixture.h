@@ -3,6 +3,7 @@
 
 #include "CommandLine/CommandRunner.h"
 #include "Fakes/FakeConsole.h"
+#include "Fakes/FakeScreenCapture.h"
 #include "Fakes/FakeSystemHealth.h"
 #include "Fakes/LifecycleFixture.h"
 #include "Services/Doctor.h"
@@ -32,7 +33,8 @@ protected:
     ExitStatus run(const QStringList& arguments) {
         const auto command = parseCommand(arguments);
         EXPECT_TRUE(command) << (command ? "" : command.error().message.toStdString());
-        CommandRunner runner({*this, favicons, versions, workspace, files, resources, scheduler, [this]() -> auto& { return exchange; }});
+        CommandRunner runner({*this, favicons, versions, workspace, files, resources, scheduler, [this]() -> auto& { return exchange; },
+                              [this] { return PictureServices{screen, previews}; }});
         std::optional<ExitStatus> status;
         runner.run(*command, console, [&status](ExitStatus ended) {
             EXPECT_FALSE(status) << "a command ended twice";
@@ -54,6 +56,7 @@ protected:
     }
 
     CollectionExportService exchange{tools, files, scheduler, directories};
+    FakeScreenCapture screen{scheduler};
     FakeConsole console;
     FakeSystemHealth health;
     std::optional<CatalogueBusy> busy;

@@ -47,7 +47,7 @@ std::optional<QString> LinuxResources::path(const QString& name, const QString& 
 std::optional<QImage> LinuxResources::image(const QString& name) const {
     if (!isPlainName(name))
         return std::nullopt;
-    for (const auto& folder : {u"/templates/"_s, u"/icons/"_s}) {
+    for (const auto& folder : {u"/templates/"_s, u"/icons/"_s, u"/symbols/"_s}) {
         for (const auto& extension : {u".svg"_s, u".png"_s}) {
             const QString file = m_shareFolder + folder + name + extension;
             if (QFileInfo(file).isFile())

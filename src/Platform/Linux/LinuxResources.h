@@ -5,7 +5,8 @@
 
 namespace wrapio {
 
-/// The template bundle lies in the share folder itself, pictures in its folders "templates" and "icons" as SVG or PNG.
+/// The template bundle lies in the share folder itself, pictures in its folders "templates", "icons" and "symbols" as
+/// SVG or PNG.
 /// Holds no state; any thread for path(), a QGuiApplication for image().
 class LinuxResources final : public Resources {
 public:

@@ -116,6 +116,11 @@ bool activateX11Window(qint64 processIdentifier) {
     return window && display.tellWindowManager(*window, "_NET_ACTIVE_WINDOW", pager);
 }
 
+bool hasX11Compositor() {
+    const Display display;
+    return !display.isOpen() || display.selectionOwner("_NET_WM_CM_S0") != XCB_WINDOW_NONE;
+}
+
 bool hasX11Tray() {
     const Display display;
     return display.isOpen() && display.selectionOwner("_NET_SYSTEM_TRAY_S0") != XCB_WINDOW_NONE;

@@ -13,6 +13,10 @@ namespace wrapio {
 /// is no display, no window manager or no window of the process.
 bool activateX11Window(qint64 processIdentifier);
 
+/// True when windows of the display's first screen are blended with what is behind them; true as well where there is no
+/// X11 display, since every other kind blends.
+[[nodiscard]] bool hasX11Compositor();
+
 /// True when somebody holds the tray of the display's first screen.
 [[nodiscard]] bool hasX11Tray();
 
