@@ -1,4 +1,4 @@
-#include "Shell/NoticeDialog.h"
+#include "Shell/MessageDialog.h"
 
 #include "Shell/GObjects.h"
 
@@ -28,9 +28,25 @@ void closeOnEscape(GtkWindow* window) {
     gtk_widget_add_controller(GTK_WIDGET(window), keys);
 }
 
+GtkWidget* addButtons(GtkWindow* window, GtkBox* box, const std::vector<Choice>& choices) {
+    GtkWidget* row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12);
+    gtk_widget_set_halign(row, GTK_ALIGN_END);
+    gtk_widget_set_margin_top(row, 12);
+    for (const Choice& choice : choices) {
+        const auto action = choice.action;
+        gtk_box_append(GTK_BOX(row), makeChoiceButton({choice.label, [window, action] {
+                                                           gtk_window_destroy(window);
+                                                           if (action)
+                                                               action();
+                                                       }}));
+    }
+    gtk_box_append(box, row);
+    return gtk_widget_get_first_child(row);
+}
+
 }  // namespace
 
-void showNoticeDialog(GtkWindow* parent, const Message& message) {
+GtkWindow* makeDialogWindow(GtkWindow* parent) {
     auto* window = GTK_WINDOW(gtk_window_new());
     gtk_widget_add_css_class(GTK_WIDGET(window), "app-dialog");
     gtk_window_set_title(window, g_get_application_name());
@@ -40,23 +56,30 @@ void showNoticeDialog(GtkWindow* parent, const Message& message) {
     gtk_window_set_transient_for(window, parent);
     gtk_window_set_modal(window, TRUE);
     gtk_window_set_destroy_with_parent(window, TRUE);
-    gtk_window_set_resizable(window, FALSE);
+    closeOnEscape(window);
+    return window;
+}
+
+GtkBox* fillDialog(GtkWindow* window, const Message& message) {
     GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 12);
     gtk_widget_set_margin_start(box, margin);
     gtk_widget_set_margin_end(box, margin);
     gtk_widget_set_margin_top(box, margin);
     gtk_widget_set_margin_bottom(box, margin);
     addLabel(GTK_BOX(box), message.title, "notice-title");
-    addLabel(GTK_BOX(box), message.body, "notice-body");
-    GtkWidget* close = gtk_button_new_with_label("Close");
-    gtk_widget_set_halign(close, GTK_ALIGN_END);
-    gtk_widget_set_margin_top(close, 12);
-    gtk_actionable_set_action_name(GTK_ACTIONABLE(close), "window.close");
-    gtk_box_append(GTK_BOX(box), close);
+    if (!message.body.empty())
+        addLabel(GTK_BOX(box), message.body, "notice-body");
     gtk_window_set_child(window, box);
-    gtk_window_set_default_widget(window, close);
-    gtk_window_set_focus(window, close);
-    closeOnEscape(window);
+    return GTK_BOX(box);
+}
+
+void showMessageDialog(GtkWindow* parent, const Message& message, const std::vector<Choice>& choices) {
+    GtkWindow* window = makeDialogWindow(parent);
+    gtk_window_set_resizable(window, FALSE);
+    GtkBox* box = fillDialog(window, message);
+    GtkWidget* first = addButtons(window, box, choices);
+    gtk_window_set_default_widget(window, first);
+    gtk_window_set_focus(window, first);
     gtk_window_present(window);
 }
 
