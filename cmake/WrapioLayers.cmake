@@ -22,3 +22,38 @@ function(wrapio_layer name)
   target_include_directories(${name} PUBLIC ${root})
   target_link_libraries(${name} PUBLIC ${LAYER_PUBLIC} PRIVATE wrapio_options ${LAYER_PRIVATE})
 endfunction()
+
+# wrapio_qml_module(NAME FOLDER folder URI Uri SOURCES … QML … [SINGLETONS …] [IMPORTS …] PUBLIC … PRIVATE …)
+#
+# A layer that is a QML module too; called from the CMakeLists.txt of its own folder. Its QML files travel inside the
+# program, where the engine looks for imports by itself. A program that uses the module calls the function that the
+# layer declares for that: otherwise a linker leaves the registration of a static library out.
+function(wrapio_qml_module name)
+  cmake_parse_arguments(MODULE "" "FOLDER;URI" "SOURCES;QML;SINGLETONS;IMPORTS;PUBLIC;PRIVATE" ${ARGN})
+  wrapio_layer(${name} FOLDER ${MODULE_FOLDER} SOURCES ${MODULE_SOURCES} PUBLIC ${MODULE_PUBLIC}
+                                                                         PRIVATE ${MODULE_PRIVATE})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  # Generated code includes the headers of types by their bare names.
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src/${MODULE_FOLDER})
+  set_source_files_properties(${MODULE_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+  string(REPLACE "." "/" path ${MODULE_URI})
+  # Compiled ahead of time where speed counts. For daily work that would take longer than it saves.
+  if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    set(compiling NO_CACHEGEN)
+  endif()
+  qt_add_qml_module(${name}
+    URI ${MODULE_URI}
+    VERSION 1.0
+    NO_PLUGIN
+    ${compiling}
+    RESOURCE_PREFIX /qt-project.org/imports
+    OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${path}
+    IMPORT_PATH ${CMAKE_BINARY_DIR}/qml
+    IMPORTS ${MODULE_IMPORTS}
+    DEPENDENCIES QtQuick
+    QML_FILES ${MODULE_SINGLETONS} ${MODULE_QML})
+  # What Qt's generators write is not ours to keep free of warnings.
+  get_target_property(sources ${name} SOURCES)
+  list(FILTER sources INCLUDE REGEX "\\.rcc/|qmltyperegistrations")
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "-w")
+endfunction()

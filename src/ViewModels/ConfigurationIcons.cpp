@@ -45,6 +45,11 @@ void ConfigurationViewModel::uploadCustomIcon() {
     });
 }
 
+void ConfigurationViewModel::useDroppedIcon(const QUrl& file) {
+    if (file.isLocalFile())
+        useChosenFile(file.toLocalFile());
+}
+
 void ConfigurationViewModel::useChosenFile(const QString& path) {
     const auto bytes = m_files.read(path, largestIconFile);
     const auto image = bytes ? decodeImage(*bytes) : std::nullopt;

@@ -11,6 +11,7 @@
 
 #include <QImage>
 #include <QObject>
+#include <QUrl>
 #include <QVariant>
 
 #include <optional>
@@ -30,6 +31,9 @@ class ConfigurationViewModel : public QObject {
     Q_PROPERTY(bool isFetchingIcon READ isFetchingIcon NOTIFY isFetchingIconChanged)
     Q_PROPERTY(QString customCSS READ customCSS WRITE setCustomCSS NOTIFY customCSSChanged)
     Q_PROPERTY(QString customJS READ customJS WRITE setCustomJS NOTIFY customJSChanged)
+    Q_PROPERTY(int cssByteCount READ cssByteCount NOTIFY customCSSChanged)
+    Q_PROPERTY(int jsByteCount READ jsByteCount NOTIFY customJSChanged)
+    Q_PROPERTY(int maxInjectionSize READ largestInjection CONSTANT)
     Q_PROPERTY(InjectionTime jsInjectionTime READ injectionTime WRITE setInjectionTime NOTIFY jsInjectionTimeChanged)
     Q_PROPERTY(bool isCSSExpanded READ isCSSExpanded WRITE setCSSExpanded NOTIFY isCSSExpandedChanged)
     Q_PROPERTY(bool isJSExpanded READ isJSExpanded WRITE setJSExpanded NOTIFY isJSExpandedChanged)
@@ -111,6 +115,8 @@ public:
     void applyTemplate(const AppTemplate& appTemplate);
     /// Asks for an image file and makes it the icon. Nothing happens when that is cancelled or cannot be read.
     Q_INVOKABLE void uploadCustomIcon();
+    /// Makes an image file that was dropped onto the form the icon. Nothing happens when it cannot be read.
+    Q_INVOKABLE void useDroppedIcon(const QUrl& file);
     /// Looks for the site's icon in the background. Requests may overlap: the last one to finish wins.
     Q_INVOKABLE void fetchFavicon();
     /// Makes the developer icon the icon, if there is none.
@@ -125,6 +131,9 @@ public:
     /// Removes every app of the catalogue, empties the form, and deletes the saved icon of the current record.
     void resetConfiguration();
 
+    /// How many bytes the style sheet and the script have in UTF-8.
+    [[nodiscard]] int cssByteCount() const { return static_cast<int>(customCSS().toUtf8().size()); }
+    [[nodiscard]] int jsByteCount() const { return static_cast<int>(customJS().toUtf8().size()); }
     /// The web address that the form holds.
     [[nodiscard]] std::optional<WebAddress> address() const;
     /// The name that is stored when the form is saved.
@@ -133,6 +142,7 @@ public:
     [[nodiscard]] QString fetchedIconUrl() const;
 
     // For bindings, where an absent value is `undefined`.
+    [[nodiscard]] int largestInjection() const { return maxInjectionSize; }
     [[nodiscard]] QVariant urlErrorVariant() const;
     [[nodiscard]] QVariant injectionErrorVariant() const;
     [[nodiscard]] QVariant themeColorVariant() const;

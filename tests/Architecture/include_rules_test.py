@@ -73,11 +73,11 @@ def layers():
     """The libraries that wrapio_layer() defines: name to (its source files' stems in src/, the layers it links)."""
     found = {}
     for file in project.having("CMakeLists.txt", ".cmake", under=("src/",)):
-        for body in re.findall(r"^wrapio_layer\((.*?)\)", project.text(file), re.M | re.S):
+        for body in re.findall(r"^wrapio_(?:layer|qml_module)\((.*?)\)", project.text(file), re.M | re.S):
             words = body.split()
             name, key, values = words[0], None, {}
             for word in words[1:]:
-                if word in ("FOLDER", "SOURCES", "PUBLIC", "PRIVATE"):
+                if re.fullmatch(r"FOLDER|URI|SOURCES|QML|SINGLETONS|IMPORTS|PUBLIC|PRIVATE", word):
                     key = word
                 else:
                     values.setdefault(key, []).append(word)

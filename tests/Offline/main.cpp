@@ -1,11 +1,13 @@
 // wrapio-offline: shows what the dashboard would show over a recorded catalogue, without touching anything of the
 // user's.
 #include "Fakes/ManualScheduler.h"
+#include "Offline/DashboardScreen.h"
 #include "Offline/OfflineFixture.h"
 #include "Platform/Diagnostics.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
+#include <QHash>
 
 #include <cstdio>
 
@@ -33,6 +35,12 @@ QString lineOf(const AppListModel& apps, int row) {
     return words.join(u'\t');
 }
 
+QString fixtureOf(const QString& count) {
+    const QHash<QString, QString> fixtures = {
+        {u"0"_s, u"empty"_s}, {u"1"_s, u"one"_s}, {u"12"_s, u"dozen"_s}, {u"1000"_s, u"thousand"_s}};
+    return fixtures.value(count, count + u" apps"_s);
+}
+
 int show(const QString& name, const QString& search) {
     ManualScheduler scheduler;
     OfflineFixture fixture(name, scheduler);
@@ -56,15 +64,18 @@ int run(const QCoreApplication& application) {
     parser.addHelpOption();
     parser.addPositionalArgument(u"fixture"_s, u"One of: "_s + OfflineFixture::names().join(u", "_s), u"[fixture]"_s);
     const QCommandLineOption search({u"s"_s, u"search"_s}, u"Filter by this text."_s, u"text"_s);
-    parser.addOption(search);
+    const QCommandLineOption dashboard(u"dashboard"_s, u"Open the dashboard's window."_s);
+    const QCommandLineOption count(u"count"_s, u"The catalogue of 0, 1, 12 or 1000 apps."_s, u"apps"_s);
+    parser.addOptions({search, dashboard, count});
     parser.process(application);
-    const QString name = parser.positionalArguments().value(0, u"dozen"_s);
+    const QString name =
+        parser.isSet(count) ? fixtureOf(parser.value(count)) : parser.positionalArguments().value(0, u"dozen"_s);
     if (!OfflineFixture::names().contains(name)) {
         std::fprintf(stderr, "wrapio-offline: no fixture is called %s; there are: %s\n", qUtf8Printable(name),
                      qUtf8Printable(OfflineFixture::names().join(u", "_s)));
         return usageError;
     }
-    return show(name, parser.value(search));
+    return parser.isSet(dashboard) ? showDashboard(name) : show(name, parser.value(search));
 }
 
 }  // namespace wrapio

@@ -1,0 +1,35 @@
+// The settings' window: the form of one app.
+import QtQuick
+import Wrapio.Design
+import Wrapio.Views
+
+Window {
+    id: root
+
+    required property EditorSheetViewModel editor
+
+    width: Metrics.editorWidth
+    height: Metrics.windowHeight
+    minimumWidth: 480
+    minimumHeight: 400
+    title: qsTr("Settings")
+    color: Colors.sheet
+
+    ConfigurationView {
+        anchors.fill: parent
+        focus: true
+        editor: root.editor
+        onCancelRequested: root.close()
+    }
+    Connections {
+        target: root.editor
+
+        function onDismissed() {
+            root.close();
+        }
+    }
+    Shortcut {
+        sequences: [StandardKey.Cancel, StandardKey.Close]
+        onActivated: root.close()
+    }
+}

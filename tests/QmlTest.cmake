@@ -1,0 +1,21 @@
+find_package(Qt6 6.4 REQUIRED COMPONENTS QuickTest Test)
+
+# wrapio_qml_test(NAME SOURCES … QML … LIBRARIES …)
+#
+# A Qt Quick Test program over its QML files, which are all that are called tst_*.qml in the folder: run by CTest without a display, once with what the
+# machine draws with and once with the software renderer, which must look and behave the same.
+function(wrapio_qml_test name)
+  cmake_parse_arguments(TEST "" "" "SOURCES;QML;LIBRARIES" ${ARGN})
+  add_executable(${name} ${TEST_SOURCES})
+  target_sources(${name} PRIVATE ${TEST_QML})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_definitions(${name} PRIVATE QUICK_TEST_SOURCE_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
+  target_link_libraries(${name} PRIVATE wrapio_options ${TEST_LIBRARIES} Qt6::QuickTest)
+  foreach(backend rhi software)
+    string(REPLACE rhi "" suffix ${backend})
+    add_test(NAME ${name}${suffix} COMMAND ${PROJECT_SOURCE_DIR}/tests/with-private-home $<TARGET_FILE:${name}>)
+    set_tests_properties(${name}${suffix} PROPERTIES LABELS unit TIMEOUT 300
+                         ENVIRONMENT "QT_QUICK_BACKEND=${backend};QT_QPA_PLATFORM=offscreen")
+  endforeach()
+endfunction()

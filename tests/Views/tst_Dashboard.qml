@@ -1,0 +1,414 @@
+import QtQuick
+import QtTest
+import Wrapio.Components
+import Wrapio.Design
+import Wrapio.Offline
+import Wrapio.Views
+
+Item {
+    id: root
+
+    width: 1024
+    height: 768
+
+    OfflineDashboard {
+        id: offline
+
+        fixture: "dozen"
+    }
+    Component {
+        id: dashboard
+
+        AppGridDashboard {
+            anchors.fill: parent
+            viewModel: offline.viewModel
+            focus: true
+        }
+    }
+
+    TestCase {
+        id: test
+
+        property AppGridDashboard screen
+
+        name: "Dashboard"
+        when: windowShown
+
+        function init() {
+            Appearance.reducedMotion = true;
+        }
+
+        function cleanup() {
+            if (screen)
+                screen.destroy();
+            screen = null;
+            Appearance.textScale = 1;
+            wait(0);
+        }
+
+        function open(fixture) {
+            offline.fixture = fixture;
+            screen = dashboard.createObject(root);
+            waitForRendering(root);
+            return screen;
+        }
+
+        /// Every visible item below `item` for which `holds` is true.
+        function all(item, holds) {
+            let found = [];
+            for (const child of item.children) {
+                if (!child.visible)
+                    continue;
+                if (holds(child))
+                    found.push(child);
+                found = found.concat(all(child, holds));
+            }
+            return found;
+        }
+
+        function texts(item) {
+            return all(item, each => each instanceof Text).map(each => each.text);
+        }
+
+        function control(text) {
+            const found = all(root.Window.contentItem, each => each instanceof PressableButtonStyle && each.text === text)
+                .concat(all(screen.Window.window.contentItem, each => each instanceof PressableButtonStyle && each.text === text));
+            verify(found.length > 0, "a control called " + text);
+            return found[found.length - 1];
+        }
+
+        function grid() {
+            return all(screen, each => each instanceof AppGrid)[0];
+        }
+
+        function card(name) {
+            const view = grid().view;
+            tryVerify(() => view.count === 0 || view.itemAtIndex(0) !== null);
+            for (let index = 0; index < view.count; ++index) {
+                const item = view.itemAtIndex(index);
+                if (item && item.displayName === name)
+                    return item;
+            }
+            fail("no card of " + name);
+        }
+
+        function centerOf(item) {
+            return item.card.mapToItem(root, item.card.width / 2, item.card.height / 2);
+        }
+
+        function focusGrid() {
+            screen.Window.window.requestActivate();
+            tryVerify(() => screen.Window.window.active);
+            grid().view.forceActiveFocus(Qt.TabFocusReason);
+        }
+
+        function test_counts_the_apps_in_its_header_data() {
+            return [
+                { tag: "0", fixture: "empty", line: "0 standalone apps configured" },
+                { tag: "1", fixture: "one", line: "1 standalone apps configured" },
+                { tag: "1000", fixture: "thousand", line: "1000 standalone apps configured" }
+            ];
+        }
+
+        function test_counts_the_apps_in_its_header(row) {
+            open(row.fixture);
+            verify(texts(screen).includes("App Inventory"));
+            verify(texts(screen).includes(row.line));
+        }
+
+        function test_offers_to_update_what_is_outdated_and_shows_how_far_that_is() {
+            open("outdated");
+            verify(texts(screen).includes("9 updates available"));
+            control("Update All").clicked();
+            verify(texts(screen).includes("Updating 0 of 9"));
+            verify(!texts(screen).includes("9 updates available"));
+            offline.runPending();
+            verify(!texts(screen).includes("9 updates available"));
+        }
+
+        function test_makes_cards_between_180_and_200_wide_with_24_between_data() {
+            return [{ tag: "800", width: 800 }, { tag: "1024", width: 1024 }, { tag: "1500", width: 1500 }, { tag: "3840", width: 3840 }];
+        }
+
+        function test_makes_cards_between_180_and_200_wide_with_24_between(row) {
+            open("dozen");
+            screen.anchors.fill = undefined;
+            screen.width = row.width;
+            const cells = grid();
+            verify(cells.cardWidth >= 180 && cells.cardWidth <= 200, cells.cardWidth);
+            compare(cells.view.cellWidth - cells.cardWidth, 24);
+            verify(cells.rowWidth <= row.width);
+            // One more would not have fitted.
+            verify((cells.columns + 1) * 204 - 24 > cells.roomForRows);
+        }
+
+        function test_filters_while_the_header_still_counts_all() {
+            open("dozen");
+            offline.viewModel.searchText = "mail";
+            tryCompare(grid().view, "count", 1);
+            verify(texts(screen).includes("12 standalone apps configured"));
+            verify(!texts(screen).includes("No matching apps"));
+            offline.viewModel.searchText = "nothing is called that";
+            verify(texts(screen).includes("No matching apps"));
+            verify(texts(screen).includes("12 standalone apps configured"));
+        }
+
+        function test_clears_the_filter_with_its_button_and_with_escape() {
+            open("dozen");
+            const field = all(screen, each => each instanceof SearchField)[0];
+            compare(field.placeholderText, "Filter apps...");
+            offline.viewModel.searchText = "mail";
+            compare(field.text, "mail");
+            control("Clear filter").clicked();
+            compare(offline.viewModel.searchText, "");
+            field.forceActiveFocus();
+            field.text = "wiki";
+            compare(offline.viewModel.searchText, "wiki");
+            keyClick(Qt.Key_Escape);
+            compare(offline.viewModel.searchText, "");
+        }
+
+        function test_launches_the_app_whose_card_is_clicked() {
+            open("dozen");
+            const item = card("News");
+            mouseClick(item.card, 20, 20);
+            offline.advance(1.1);
+            compare(offline.running(), ["News"]);
+            tryCompare(item, "isRunning", true);
+            verify(item.card.isRunning);
+        }
+
+        function test_shows_the_glow_of_running_apps_only() {
+            open("running");
+            compare(card("Mail").card.isRunning, true);
+            compare(card("Calendar").card.isRunning, false);
+        }
+
+        function test_offers_every_action_in_the_menu_of_a_card() {
+            open("running");
+            const item = card("Mail");
+            mouseClick(item.card, 60, 60, Qt.RightButton);
+            const menu = findMenu();
+            tryCompare(menu, "opened", true);
+            let labels = [];
+            for (let index = 0; index < menu.count; ++index)
+                if (menu.itemAt(index) instanceof ContextMenuItem)
+                    labels.push(menu.itemAt(index).text);
+            compare(labels, ["Launch App", "Restart App", "Quit App", "Update App", "Configure...", "Website", "Settings", "Delete"]);
+            verify(menu.itemAt(1).enabled);
+            verify(!menu.itemAt(3).enabled);
+            menu.close();
+        }
+
+        function findMenu() {
+            const cells = grid();
+            for (const each of cells.resources.concat(Array.from(cells.data)))
+                if (each instanceof AppMenu)
+                    return each;
+            fail("no menu");
+        }
+
+        function test_acts_on_the_app_of_the_menu() {
+            open("running");
+            const menu = findMenu();
+            menu.openFor(card("Mail"), 10, 10);
+            menu.websiteRequested(menu.appId);
+            compare(offline.opened(), ["https://mail.example.com/"]);
+            menu.quitRequested(menu.appId);
+            offline.advance(1.1);
+            verify(!offline.running().includes("Mail"));
+            menu.settingsRequested(menu.appId);
+            compare(screen.editorSection, "options");
+            verify(offline.viewModel.editor);
+            offline.viewModel.closeEditor();
+            menu.close();
+        }
+
+        function test_shows_controls_under_the_pointer() {
+            open("dozen");
+            const item = card("Mail");
+            const at = centerOf(item);
+            mouseMove(root, at.x, at.y);
+            tryVerify(() => item.isHovering);
+            compare(item.card.shadowOpacity, 0.2);
+            compare(item.card.shadowRadius, 20);
+            compare(item.card.shadowOffset, 10);
+            fuzzyCompare(item.card.scale, 1.01, 0.0001);
+            control("Launch App");
+            control("Configure...").clicked();
+            verify(offline.viewModel.editor);
+            offline.viewModel.closeEditor();
+            mouseMove(root, 2, 2);
+            tryVerify(() => !item.isHovering);
+            compare(item.card.shadowOpacity, 0.08);
+            compare(item.card.shadowRadius, 10);
+            compare(item.card.shadowOffset, 5);
+            fuzzyCompare(item.card.scale, 1, 0.0001);
+        }
+
+        function test_asks_before_it_deletes_and_offers_undo() {
+            open("dozen");
+            offline.viewModel.requestDelete(offline.idOf("Mail"));
+            tryVerify(() => texts(screen.Window.window.contentItem).includes("The app bundle will be removed from disk. You can undo this for a few seconds after deletion."));
+            compare(offline.names().length, 12);
+            control("Delete").clicked();
+            compare(offline.names().length, 11);
+            tryVerify(() => texts(screen).includes("\"Mail\" deleted"));
+            control("Undo").clicked();
+            compare(offline.names().indexOf("Mail"), 0);
+            tryVerify(() => card("Mail") !== null);
+        }
+
+        function test_lets_the_offer_to_undo_end_after_five_seconds() {
+            open("dozen");
+            offline.viewModel.requestDelete(offline.idOf("Mail"));
+            offline.viewModel.confirmDelete();
+            const toast = all(screen, each => each instanceof UndoToast)[0];
+            verify(toast.shown);
+            offline.advance(4.9);
+            verify(toast.shown);
+            offline.advance(0.2);
+            verify(!toast.shown);
+        }
+
+        function test_keeps_the_app_when_the_question_is_cancelled() {
+            open("dozen");
+            offline.viewModel.requestDelete(offline.idOf("Mail"));
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => !offline.viewModel.pendingDeleteConfig);
+            compare(offline.names().length, 12);
+        }
+
+        function test_shows_errors_with_what_may_help() {
+            open("failing");
+            offline.viewModel.launchApp(offline.idOf("Mail"));
+            tryVerify(() => texts(screen.Window.window.contentItem).includes("Launch Failed"));
+            verify(texts(screen.Window.window.contentItem).includes("Could not launch 'Mail'. This usually happens if the app bundle was moved or deleted."));
+            control("Try Again");
+            control("Dismiss").clicked();
+            compare(offline.viewModel.errorData, undefined);
+        }
+
+        function test_greets_with_templates_before_there_is_any_app() {
+            open("empty");
+            const shown = texts(screen);
+            for (const text of ["Turn Websites into Apps", "Create standalone macOS apps for your favorite websites with their own Dock icons.", "or", "Quick Start", "Create Custom App"])
+                verify(shown.includes(text), text);
+            for (const name of ["Gmail", "Google Calendar", "YouTube", "Localhost Dev Server"])
+                verify(control(name));
+            control("Gmail").clicked();
+            verify(offline.viewModel.editor);
+            compare(offline.viewModel.editor.configuration.appNameInput, "Gmail");
+            offline.viewModel.closeEditor();
+            compare(offline.names(), []);
+            control("Create Custom App").clicked();
+            verify(offline.viewModel.editor.isNew);
+            offline.viewModel.closeEditor();
+        }
+
+        function test_imports_and_exports_and_shows_how_far_that_is() {
+            open("dozen");
+            offline.viewModel.exportApps();
+            compare(offline.exports(), 1);
+            offline.tellProgress(3, 12);
+            verify(texts(screen).includes("3 of 12 apps"));
+        }
+
+        function test_walks_the_cards_by_arrows_and_launches_with_enter() {
+            open("dozen");
+            focusGrid();
+            const view = grid().view;
+            view.currentIndex = 0;
+            keyClick(Qt.Key_Right);
+            compare(view.currentIndex, 1);
+            keyClick(Qt.Key_Down);
+            compare(view.currentIndex, 1 + grid().columns);
+            keyClick(Qt.Key_Home);
+            compare(view.currentIndex, 0);
+            keyClick(Qt.Key_End);
+            compare(view.currentIndex, 11);
+            verify(view.currentItem.card.focused);
+            keyClick(Qt.Key_Home);
+            keyClick(Qt.Key_Return);
+            offline.advance(1.1);
+            compare(offline.running(), ["Mail"]);
+        }
+
+        function test_asks_to_delete_with_the_delete_key() {
+            open("dozen");
+            focusGrid();
+            grid().view.currentIndex = 2;
+            keyClick(Qt.Key_Delete);
+            compare(offline.viewModel.pendingDeleteConfig.displayName, "News");
+            offline.viewModel.cancelDelete();
+        }
+
+        function test_finds_and_creates_by_shortcut() {
+            open("dozen");
+            focusGrid();
+            keyClick(Qt.Key_F, Qt.ControlModifier);
+            verify(all(screen, each => each instanceof SearchField)[0].activeFocus);
+            keyClick(Qt.Key_N, Qt.ControlModifier);
+            verify(offline.viewModel.editor);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => !offline.viewModel.editor);
+            compare(offline.names().length, 12);
+        }
+
+        function test_moves_a_card_by_keyboard() {
+            open("dozen");
+            focusGrid();
+            grid().view.currentIndex = 0;
+            keyClick(Qt.Key_Right, Qt.AltModifier);
+            compare(offline.names().slice(0, 3), ["Calendar", "Mail", "News"]);
+        }
+
+        function test_tells_assistive_programs_what_a_card_is() {
+            open("running");
+            const item = card("Mail");
+            compare(item.Accessible.name, "Mail");
+            compare(item.Accessible.role, Accessible.Button);
+            compare(item.Accessible.description, "mail.example.com, running");
+        }
+
+        function test_draws_a_tile_for_an_app_without_an_icon() {
+            open("thousand");
+            const tile = all(card("Mail"), each => each instanceof AppTile)[0];
+            tryCompare(tile, "isDrawn", true);
+        }
+
+        function test_makes_delegates_only_for_what_is_near() {
+            open("thousand");
+            const made = grid().view.contentItem.children.length;
+            verify(made > 8 && made < 80, made);
+        }
+
+        function test_keeps_long_and_right_to_left_names_within_their_card_data() {
+            return [{ tag: "long", name: "A name that goes on and on and would not fit into any card" }, { tag: "Hebrew", name: "דואר אלקטרוני ויומן פגישות משותף" }];
+        }
+
+        function test_keeps_long_and_right_to_left_names_within_their_card(row) {
+            open("one");
+            offline.rename("Mail", row.name);
+            const item = card(row.name);
+            for (const text of all(item, each => each instanceof Text)) {
+                const left = text.mapToItem(item, 0, 0).x;
+                verify(left >= 0 && left + text.width <= item.card.width);
+            }
+        }
+
+        function test_fits_a_small_window_with_text_at_twice_its_size() {
+            Appearance.textScale = 2;
+            open("outdated");
+            screen.anchors.fill = undefined;
+            screen.width = 800;
+            screen.height = 600;
+            waitForRendering(screen);
+            for (const button of all(screen, each => each instanceof PressableButtonStyle)) {
+                const at = button.mapToItem(screen, 0, 0);
+                if (all(grid(), each => each === button).length === 0)
+                    verify(at.x >= 0 && at.x + button.width <= 800, button.text + " reaches to " + (at.x + button.width));
+            }
+        }
+    }
+}
