@@ -3,3 +3,21 @@ wrapio_layer(wrapio_menu_bar
   FOLDER Views
   SOURCES MenuBarController.cpp MenuBarItems.cpp PreviewWindowController.cpp
   PUBLIC wrapio_previews)
+
+# The same, drawn by widgets. A library of its own, so that nothing else pays for them.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
+wrapio_layer(wrapio_menu_bar_widgets
+  FOLDER Views/Widgets
+  SOURCES MenuStyle.cpp MenuStyle.h PopupMenu.cpp PopupMenu.h PreviewButton.cpp PreviewButton.h PreviewContentDrawing.cpp
+          PreviewContentView.cpp PreviewContentView.h PreviewPanelWidget.cpp PreviewPanelWidget.h QtThisApplication.cpp
+          Symbols.cpp TintedIcon.cpp TrayStatusItem.cpp TrayStatusItem.h WidgetMenu.cpp WidgetMenu.h
+  PUBLIC wrapio_menu_bar Qt6::Widgets)
+set_target_properties(wrapio_menu_bar_widgets PROPERTIES AUTOMOC ON)
+
+# What the desktop tells the program, and what it does then.
+wrapio_layer(wrapio_app_delegate
+  FOLDER Views
+  SOURCES ../AppDelegate.cpp
+  PUBLIC wrapio_menu_bar wrapio_exchange)
+file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/AppDelegate.h ${CMAKE_BINARY_DIR}/include-roots/wrapio_app_delegate/AppDelegate.h
+     SYMBOLIC)

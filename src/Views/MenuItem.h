@@ -23,7 +23,7 @@ struct KeyEquivalent {
     bool operator==(const KeyEquivalent&) const = default;
 };
 
-enum class FontWeight { regular, semibold };
+enum class FontWeight { regular, medium, semibold };
 enum class TitleColor { label, secondaryLabel };
 
 /// A small picture that stands in a line of text: a filled circle in the system's green.

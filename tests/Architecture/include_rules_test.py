@@ -28,6 +28,7 @@ ALLOWED = {
     "src/ViewModels/": BELOW_VIEW_MODELS | {"ViewModels"},
     "src/Design/": {"Design"},
     "src/Views/": BELOW_VIEW_MODELS | {"ViewModels", "Views", "Views/Components", "Design"},
+    "src/Views/Widgets/": BELOW_VIEW_MODELS | {"Views", "Views/Widgets"},
     "src/Views/Components/": {"Design", "Views/Components"},
     "src/": EVERYTHING,
     "runner/RunnerCore/": {"Utilities", "RunnerCore"},
