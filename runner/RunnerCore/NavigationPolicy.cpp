@@ -48,6 +48,8 @@ NavigationPolicy::NavigationPolicy(std::string siteHost, std::vector<std::string
 bool NavigationPolicy::belongs(std::string_view host) const {
     if (!m_isDevMode && isInternalHost(host))
         return false;
+    if (m_isForEverySite)
+        return true;
     const auto isSite = [host](const std::string& site) {
         // The last two numbers of two addresses say nothing about who owns them.
         return host == site || (!isNumericHost(host) && !isNumericHost(site) && sameRootDomain(host, site));
@@ -85,6 +87,25 @@ Verdict NavigationPolicy::decideNewWindow(std::string_view address, NavigationCa
     if (!cause.isDeliberate || isPageScheme(scheme))
         return Verdict::Refuse;
     return decideNavigation(address, {true, true});
+}
+
+bool NavigationPolicy::mayOpenWindow(std::string_view address, NavigationCause cause) const {
+    const std::string scheme = schemeOf(address);
+    return cause.isDeliberate && (address.empty() || scheme == "about" || isWebScheme(scheme));
+}
+
+bool NavigationPolicy::mayDownload(std::string_view address) const {
+    const std::string scheme = schemeOf(address);
+    if (!isWebScheme(scheme))
+        return isPageScheme(scheme);
+    const auto host = hostOf(address);
+    return host && (m_isDevMode || !isInternalHost(*host));
+}
+
+NavigationPolicy NavigationPolicy::forEverySite() const {
+    NavigationPolicy policy = *this;
+    policy.m_isForEverySite = true;
+    return policy;
 }
 
 Verdict NavigationPolicy::decideRequest(std::string_view address) const {

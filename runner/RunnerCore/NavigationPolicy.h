@@ -37,11 +37,20 @@ public:
     /// For a page's wish to open a new window.
     [[nodiscard]] Verdict decideNewWindow(std::string_view address, NavigationCause cause) const;
 
+    /// True when a script may open a window of its own at `address`, which may be empty at first.
+    [[nodiscard]] bool mayOpenWindow(std::string_view address, NavigationCause cause) const;
+
+    /// True when what `address` answers may be saved. Files often come from other hosts than pages.
+    [[nodiscard]] bool mayDownload(std::string_view address) const;
+
     /// For an address that came from outside: the command line or the desktop.
     [[nodiscard]] Verdict decideRequest(std::string_view address) const;
 
     /// Makes the host of `address` the site's own too: the start address may redirect to where the site now lives.
     void adopt(std::string_view address);
+
+    /// The same policy, but with every site's pages inside: for windows that sign in through other sites.
+    [[nodiscard]] NavigationPolicy forEverySite() const;
 
 private:
     [[nodiscard]] bool belongs(std::string_view host) const;
@@ -50,6 +59,7 @@ private:
     std::vector<std::string> m_siteHosts;
     std::vector<std::string> m_allowedHosts;
     bool m_isDevMode;
+    bool m_isForEverySite = false;
 };
 
 }  // namespace wrapio

@@ -1,19 +1,28 @@
-// The window of an app: title bar, web view, and what is shown in its place when there is no page.
+// The window of an app: title bar, web view, and what is shown around it and in its place.
 #pragma once
 
 #include "RunnerCore/AppRequest.h"
+#include "RunnerCore/Badge.h"
 #include "RunnerCore/Bundle.h"
+#include "Shell/BannerArea.h"
+#include "Shell/ColorScheme.h"
 #include "Shell/DefaultPrograms.h"
+#include "Shell/FindBar.h"
 #include "Shell/HeaderBar.h"
 #include "Shell/LauncherBadge.h"
+#include "Shell/LoadTroubles.h"
 #include "Shell/NavigationGuard.h"
+#include "Shell/PageArea.h"
+#include "Shell/Popups.h"
 #include "Shell/ProfileFolder.h"
-#include "Shell/StatusPage.h"
+#include "Shell/WebContent.h"
+#include "Shell/WindowPlacement.h"
+#include "Shell/WindowStyle.h"
 
 #include <gtk/gtk.h>
 #include <webkit/webkit.h>
 
-#include <optional>
+#include <functional>
 #include <string>
 
 namespace wrapio {
@@ -34,41 +43,51 @@ public:
 
     void handle(const AppRequest& request);
 
+    /// Draws the window; see takeSnapshot.
+    void drawTo(std::function<void(std::string answer)> finish) const;
+
+    /// Takes the window away and calls `finish` once everything that must survive is written.
+    void prepareToQuit(std::function<void()> finish);
+
 private:
     void buildWindow(GtkApplication* application);
     void addActions();
-    void addAction(const char* name, void (*handler)(AppWindow& self));
+    void addPageActions();
+    void addViewActions();
     void connectView();
+    void attachShared(WebKitWebView* view);
     void handOff(const std::string& address);
-    void reload();
+    void setZoom(double zoom);
+    void toggleFullScreen();
+    void print();
+    void askToClearData();
+    void clearData();
     void updateNavigation();
     void updateTitle();
-    void updateProgress();
-    void showPage();
-    void showFailure(const Message& message);
     void offerImport(const ImportSessionRequest& request);
     [[nodiscard]] std::string currentAddress() const;
-
-    static gboolean quit(GApplication* application);
-    static void loadChanged(WebKitWebView*, WebKitLoadEvent event, AppWindow* self);
-    static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char* address, GError* error, AppWindow* self);
-    static gboolean tlsFailed(WebKitWebView*, const char* address, GTlsCertificate*, GTlsCertificateFlags,
-                              AppWindow* self);
-    static void processEnded(WebKitWebView*, WebKitWebProcessTerminationReason, AppWindow* self);
+    [[nodiscard]] GActionMap* actions() const { return G_ACTION_MAP(m_window); }
 
     const Bundle& m_bundle;
+    GtkApplication* m_application;
+    GtkWindow* m_window;
+    WebContent m_content;
+    ObjectPtr<WebKitWebView> m_ownedView;
     WebKitWebView* m_view;
+    PageArea m_page;
     HeaderBar m_header;
-    StatusPage m_status{"dialog-warning-symbolic"};
+    BannerArea m_banners;
+    FindBar m_find;
     DefaultPrograms m_programs;
+    Popups m_popups;
     NavigationGuard m_guard;
-    LauncherBadge m_badge;
-    GtkWindow* m_window = nullptr;
-    GtkStack* m_stack = nullptr;
-    GtkProgressBar* m_progress = nullptr;
-    std::string m_failedAddress;  ///< what a retry loads; empty while a page is shown
-    bool m_hasPage = false;       ///< a page was asked for
-    bool m_hasCommitted = false;  ///< a page was shown
+    LoadTroubles m_troubles;
+    BadgeState m_badge;
+    LauncherBadge m_launcherBadge;
+    ColorScheme m_colorScheme;
+    WindowStyle m_style;
+    WindowPlacement m_placement;
+    bool m_hasPage = false;  ///< a page was asked for
 };
 
 }  // namespace wrapio

@@ -1,7 +1,7 @@
 // Hands addresses to the programs that the desktop uses for them.
 #pragma once
 
-#include "RunnerCore/HandOffLimiter.h"
+#include "RunnerCore/RateLimiter.h"
 
 #include <gtk/gtk.h>
 
@@ -23,7 +23,7 @@ public:
 
 private:
     FailureHandler m_onFailure;
-    HandOffLimiter m_limiter;
+    RateLimiter m_limiter{3, std::chrono::seconds(10)};
 };
 
 }  // namespace wrapio

@@ -23,21 +23,40 @@ GtkLabel* makeLabel(const char* styleClass) {
     return GTK_LABEL(label);
 }
 
+struct Item {
+    const char* label;
+    const char* action;
+};
+
+void addSection(GMenu* menu, std::initializer_list<Item> items) {
+    const ObjectPtr<GMenu> section(g_menu_new());
+    for (const Item& item : items)
+        g_menu_append(section.get(), item.label, item.action);
+    g_menu_append_section(menu, nullptr, G_MENU_MODEL(section.get()));
+}
+
+ObjectPtr<GMenu> makeMenu(bool isDevMode) {
+    ObjectPtr<GMenu> menu(g_menu_new());
+    addSection(
+        menu.get(),
+        {{"Home", "win.home"}, {"Copy Address", "win.copy-address"}, {"Open in Browser", "win.open-in-browser"}});
+    addSection(menu.get(), {{"Find in Page…", "win.find"},
+                            {"Print…", "win.print"},
+                            {"Larger", "win.zoom-in"},
+                            {"Smaller", "win.zoom-out"},
+                            {"Usual Size", "win.zoom-reset"},
+                            {"Full Screen", "win.full-screen"}});
+    addSection(menu.get(), {{"Permissions…", "win.permissions"},
+                            {"Import Session…", "win.import-session"},
+                            {"Clear Data…", "win.clear-data"}});
+    if (isDevMode)
+        addSection(menu.get(), {{"Inspect Page", "win.inspect"}, {"Reload without the Cache", "win.hard-reload"}});
+    addSection(menu.get(), {{"Keyboard Shortcuts", "win.show-help-overlay"}, {"Quit", "app.quit"}});
+    return menu;
+}
+
 GtkWidget* makeMenuButton(bool isDevMode) {
-    const ObjectPtr<GMenu> menu(g_menu_new());
-    const ObjectPtr<GMenu> page(g_menu_new());
-    g_menu_append(page.get(), "Home", "win.home");
-    g_menu_append(page.get(), "Copy Address", "win.copy-address");
-    g_menu_append(page.get(), "Open in Browser", "win.open-in-browser");
-    g_menu_append_section(menu.get(), nullptr, G_MENU_MODEL(page.get()));
-    if (isDevMode) {
-        const ObjectPtr<GMenu> tools(g_menu_new());
-        g_menu_append(tools.get(), "Inspect Page", "win.inspect");
-        g_menu_append_section(menu.get(), nullptr, G_MENU_MODEL(tools.get()));
-    }
-    const ObjectPtr<GMenu> app(g_menu_new());
-    g_menu_append(app.get(), "Quit", "app.quit");
-    g_menu_append_section(menu.get(), nullptr, G_MENU_MODEL(app.get()));
+    const auto menu = makeMenu(isDevMode);
     GtkWidget* button = gtk_menu_button_new();
     gtk_menu_button_set_icon_name(GTK_MENU_BUTTON(button), "open-menu-symbolic");
     gtk_menu_button_set_menu_model(GTK_MENU_BUTTON(button), G_MENU_MODEL(menu.get()));
@@ -83,7 +102,7 @@ void HeaderBar::setSubtitle(const std::string& subtitle) {
 
 void HeaderBar::setLoading(bool isLoading) {
     gtk_button_set_icon_name(GTK_BUTTON(m_reload), isLoading ? "process-stop-symbolic" : "view-refresh-symbolic");
-    gtk_widget_set_tooltip_text(m_reload, isLoading ? "Stop (Esc)" : "Reload (Ctrl+R)");
+    gtk_widget_set_tooltip_text(m_reload, isLoading ? "Stop" : "Reload (Ctrl+R)");
     gtk_actionable_set_action_name(GTK_ACTIONABLE(m_reload), isLoading ? "win.stop" : "win.reload");
 }
 

@@ -7,8 +7,7 @@
 
 namespace wrapio {
 
-/// A handle on widgets that the window owns; valid as long as that lives. Buttons and menu use the actions "win.back",
-/// "win.forward", "win.reload", "win.stop", "win.home", "win.copy-address", "win.open-in-browser" and "win.inspect".
+/// A handle on widgets that the window owns; valid as long as that lives. Buttons and menu use the window's actions.
 class HeaderBar {
 public:
     explicit HeaderBar(bool isDevMode);

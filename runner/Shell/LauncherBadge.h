@@ -1,9 +1,10 @@
 // Shows a count on the app's icon in docks and task bars that follow the launcher entry signal.
 #pragma once
 
+#include "RunnerCore/Badge.h"
+
 #include <gio/gio.h>
 
-#include <optional>
 #include <string>
 
 namespace wrapio {
@@ -14,13 +15,13 @@ public:
     /// `bus` may be null: there is no badge then. Otherwise it outlives this object.
     LauncherBadge(GDBusConnection* bus, std::string desktopId);
 
-    /// Shows `count`, or takes the badge away when there is none or it is zero. Equal counts are sent once.
-    void show(std::optional<int> count);
+    /// Shows `badge`, or takes it away when it is empty. What is shown already is not sent again.
+    void show(const Badge& badge);
 
 private:
     GDBusConnection* m_bus;
     std::string m_desktopId;
-    int m_shown = 0;
+    Badge m_shown;
 };
 
 }  // namespace wrapio

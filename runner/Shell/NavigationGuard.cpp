@@ -13,6 +13,34 @@ std::string engineHost(const std::string& host) {
     return ascii ? std::string(ascii.get()) : host;
 }
 
+struct Request {
+    std::string address;
+    NavigationCause cause;
+};
+
+Request requestOf(WebKitPolicyDecision* decision) {
+    WebKitNavigationAction* action =
+        webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    return {orEmpty(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action))),
+            {webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED,
+             webkit_navigation_action_is_user_gesture(action) != FALSE}};
+}
+
+/// What the server wants to be saved, and what the engine cannot show.
+bool isDownload(WebKitResponsePolicyDecision* response) {
+    SoupMessageHeaders* headers =
+        webkit_uri_response_get_http_headers(webkit_response_policy_decision_get_response(response));
+    char* disposition = nullptr;
+    GHashTable* parameters = nullptr;
+    bool isAttachment = false;
+    if (headers != nullptr && soup_message_headers_get_content_disposition(headers, &disposition, &parameters)) {
+        isAttachment = g_ascii_strcasecmp(disposition, "attachment") == 0;
+        g_free(disposition);
+        g_hash_table_unref(parameters);
+    }
+    return isAttachment || !webkit_response_policy_decision_is_mime_type_supported(response);
+}
+
 }  // namespace
 
 NavigationPolicy policyOf(const RunnerConfig& config) {
@@ -22,11 +50,22 @@ NavigationPolicy policyOf(const RunnerConfig& config) {
     return {engineHost(config.host), std::move(allowed), config.isDevMode};
 }
 
-NavigationGuard::NavigationGuard(WebKitWebView* view, NavigationPolicy policy, HandOff handOff)
+NavigationGuard::NavigationGuard(WebKitWebView* view, NavigationPolicy policy, HandOff handOff, PopupMaker makePopup)
     : m_view(view)
     , m_policy(std::move(policy))
-    , m_handOff(std::move(handOff)) {
+    , m_handOff(std::move(handOff))
+    , m_makePopup(std::move(makePopup)) {
     g_signal_connect(view, "decide-policy", G_CALLBACK(&NavigationGuard::decidePolicy), this);
+    connect(
+        view, "create",
+        [](WebKitWebView*, WebKitNavigationAction*, NavigationGuard* self) -> GtkWidget* {
+            return GTK_WIDGET(self->m_makePopup());
+        },
+        this);
+}
+
+NavigationGuard::~NavigationGuard() {
+    g_signal_handlers_disconnect_by_data(m_view, this);
 }
 
 void NavigationGuard::loadStart(const std::string& address) {
@@ -46,53 +85,60 @@ gboolean NavigationGuard::decidePolicy(WebKitWebView*, WebKitPolicyDecision* dec
                                        NavigationGuard* self) {
     switch (type) {
     case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
-        return self->decideNavigation(decision, false);
+        return self->decideNavigation(decision);
     case WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION:
-        return self->decideNavigation(decision, true);
+        return self->decideNewWindow(decision);
     case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
         return self->decideResponse(decision);
     }
     return FALSE;
 }
 
-gboolean NavigationGuard::decideNavigation(WebKitPolicyDecision* decision, bool isNewWindow) {
-    WebKitNavigationAction* action =
-        webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
-    const std::string address = orEmpty(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
-    const NavigationCause cause{webkit_navigation_action_get_navigation_type(action) ==
-                                    WEBKIT_NAVIGATION_TYPE_LINK_CLICKED,
-                                webkit_navigation_action_is_user_gesture(action) != FALSE};
-    const Verdict verdict =
-        isNewWindow ? m_policy.decideNewWindow(address, cause) : m_policy.decideNavigation(address, cause);
-    if (verdict == Verdict::Inside && !isNewWindow)
+gboolean NavigationGuard::decideNavigation(WebKitPolicyDecision* decision) {
+    const Request request = requestOf(decision);
+    const Verdict verdict = m_policy.decideNavigation(request.address, request.cause);
+    if (verdict == Verdict::Inside)
         return FALSE;
     webkit_policy_decision_ignore(decision);
-    // One window per app: what belongs to the site opens in it.
+    leave(request.address, verdict);
+    return TRUE;
+}
+
+gboolean NavigationGuard::decideNewWindow(WebKitPolicyDecision* decision) {
+    const Request request = requestOf(decision);
+    // A window that a script opens is needed by the script: it may wait for what happens there.
+    if (!request.cause.isLink && m_policy.mayOpenWindow(request.address, request.cause)) {
+        webkit_policy_decision_use(decision);
+        return TRUE;
+    }
+    webkit_policy_decision_ignore(decision);
+    const Verdict verdict = m_policy.decideNewWindow(request.address, request.cause);
+    // One window per app: a link to the site opens in it.
     if (verdict == Verdict::Inside)
-        webkit_web_view_load_uri(m_view, address.c_str());
+        webkit_web_view_load_uri(m_view, request.address.c_str());
     else
-        leave(address, verdict);
+        leave(request.address, verdict);
     return TRUE;
 }
 
 gboolean NavigationGuard::decideResponse(WebKitPolicyDecision* decision) {
     auto* response = WEBKIT_RESPONSE_POLICY_DECISION(decision);
-    if (!webkit_response_policy_decision_is_main_frame_main_resource(response))
-        return FALSE;
     const std::string address =
         orEmpty(webkit_uri_response_get_uri(webkit_response_policy_decision_get_response(response)));
+    if (isDownload(response) && m_policy.mayDownload(address)) {
+        webkit_policy_decision_download(decision);
+        return TRUE;
+    }
+    if (!webkit_response_policy_decision_is_main_frame_main_resource(response))
+        return FALSE;
     if (m_isStarting)
         m_policy.adopt(address);
     m_isStarting = false;
     const Verdict verdict = m_policy.decideMainResponse(address);
-    if (verdict != Verdict::Inside) {
-        webkit_policy_decision_ignore(decision);
-        leave(address, verdict);
-        return TRUE;
-    }
-    if (webkit_response_policy_decision_is_mime_type_supported(response))
+    if (verdict == Verdict::Inside)
         return FALSE;
-    webkit_policy_decision_download(decision);
+    webkit_policy_decision_ignore(decision);
+    leave(address, verdict);
     return TRUE;
 }
 

@@ -14,13 +14,15 @@ namespace wrapio {
 /// The policy of the app that `config` describes, with hosts in the form that the engine uses.
 [[nodiscard]] NavigationPolicy policyOf(const RunnerConfig& config);
 
-/// Lives on the main thread, at least as long as the view.
+/// Lives on the main thread, no longer than the view.
 class NavigationGuard {
 public:
     using HandOff = std::function<void(const std::string& address)>;
+    using PopupMaker = std::function<WebKitWebView*()>;
 
-    /// `handOff` gets each address that leaves the app.
-    NavigationGuard(WebKitWebView* view, NavigationPolicy policy, HandOff handOff);
+    /// `handOff` gets each address that leaves the app; `makePopup` makes the view for a window that a page opens.
+    NavigationGuard(WebKitWebView* view, NavigationPolicy policy, HandOff handOff, PopupMaker makePopup);
+    ~NavigationGuard();
     NavigationGuard(const NavigationGuard&) = delete;
     NavigationGuard& operator=(const NavigationGuard&) = delete;
 
@@ -30,16 +32,24 @@ public:
     /// Loads an address from outside when it belongs to the app, and says whether it does.
     [[nodiscard]] bool loadRequested(const std::string& address);
 
+    /// Lets the view show pages of any site.
+    void openToEverySite() { m_policy = m_policy.forEverySite(); }
+
+    /// What judges the addresses at present.
+    [[nodiscard]] const NavigationPolicy& policy() const { return m_policy; }
+
 private:
     static gboolean decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
                                  NavigationGuard* self);
-    [[nodiscard]] gboolean decideNavigation(WebKitPolicyDecision* decision, bool isNewWindow);
+    [[nodiscard]] gboolean decideNavigation(WebKitPolicyDecision* decision);
+    [[nodiscard]] gboolean decideNewWindow(WebKitPolicyDecision* decision);
     [[nodiscard]] gboolean decideResponse(WebKitPolicyDecision* decision);
     void leave(const std::string& address, Verdict verdict);
 
     WebKitWebView* m_view;
     NavigationPolicy m_policy;
     HandOff m_handOff;
+    PopupMaker m_makePopup;
     bool m_isStarting = false;
 };
 

@@ -22,12 +22,9 @@ GtkWindow* makeProblemWindow(const Message& message) {
     gtk_window_set_title(window, g_get_application_name() != nullptr ? g_get_application_name() : "Wrapio");
     gtk_window_set_default_size(window, 560, 400);
     StatusPage page("dialog-warning-symbolic");
-    page.show(message, "Close");
-    connect(
-        page.button(), "clicked",
-        [](GtkButton*, gpointer target) { gtk_window_destroy(static_cast<GtkWindow*>(target)); }, window);
+    page.show(message, {{"Close", [window] { gtk_window_destroy(window); }}});
     gtk_window_set_child(window, page.widget());
-    gtk_window_set_focus(window, GTK_WIDGET(page.button()));
+    page.focus();
     return window;
 }
 

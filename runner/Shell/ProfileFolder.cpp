@@ -19,12 +19,19 @@ std::string profileBelow(const char* base, const std::string& recordId) {
     return (std::filesystem::path(base) / "Wrapio" / "Profiles" / recordId).string();
 }
 
+/// Without the variable the toolkit's library would name a folder that other programs do not know.
+bool hasRuntimeFolder() {
+    const char* folder = g_getenv("XDG_RUNTIME_DIR");
+    return folder != nullptr && *folder == '/';
+}
+
 }  // namespace
 
 ProfilePaths profilePaths(const std::string& recordId) {
     const auto socketFolder = std::filesystem::path(g_get_user_runtime_dir()) / "wrapio";
     return {profileBelow(g_get_user_data_dir(), recordId), profileBelow(g_get_user_cache_dir(), recordId),
-            (socketFolder / (recordId + ".sock")).string()};
+            (socketFolder / (recordId + ".sock")).string(),
+            hasRuntimeFolder() ? (socketFolder / (recordId + ".snapshot")).string() : std::string()};
 }
 
 tl::expected<void, Message> createProfile(const ProfilePaths& paths) {

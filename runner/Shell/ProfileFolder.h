@@ -13,7 +13,8 @@ namespace wrapio {
 struct ProfilePaths {
     std::string data;
     std::string cache;
-    std::string socket;  ///< by which a second start reaches the first
+    std::string socket;          ///< by which a second start reaches the first
+    std::string snapshotSocket;  ///< by which the manager gets pictures; empty where there is no runtime folder
 };
 
 [[nodiscard]] ProfilePaths profilePaths(const std::string& recordId);

@@ -1,5 +1,6 @@
 #include "Shell/RunnerApplication.h"
 
+#include "Shell/Actions.h"
 #include "Shell/Diagnostics.h"
 #include "Shell/GObjects.h"
 #include "Shell/ProblemWindow.h"
@@ -17,7 +18,8 @@ namespace wrapio {
 namespace {
 
 constexpr int lockAttempts = 30;
-constexpr gulong lockPause = 100'000;  // microseconds
+constexpr gulong lockPause = 100'000;    // microseconds
+constexpr unsigned quitDeadline = 1200;  // milliseconds; whoever asked for the end counts to two seconds
 
 struct RunnerGtkApplication {
     GtkApplication parent;
@@ -87,6 +89,8 @@ RunnerApplication::~RunnerApplication() {
 }
 
 void RunnerApplication::stop() {
+    m_quitDeadline.cancel();
+    m_snapshotSocket.reset();
     m_socket.reset();
     m_window.reset();
 }
@@ -132,9 +136,9 @@ RunnerApplication::Role RunnerApplication::findRole(const std::vector<std::strin
 bool RunnerApplication::askFirst(const std::vector<std::string>& requests) {
     if (askOverSessionBus(m_bundle.info.desktopId, requests))
         return true;
-    bool isAnswered = sendControlRequest(m_paths.socket, "activate");
+    bool isAnswered = sendPrivateRequest(m_paths.socket, "activate");
     for (const std::string& request : requests)
-        isAnswered = isAnswered && sendControlRequest(m_paths.socket, "open " + request);
+        isAnswered = isAnswered && sendPrivateRequest(m_paths.socket, "open " + request);
     return isAnswered;
 }
 
@@ -153,19 +157,33 @@ void RunnerApplication::start() {
     // Docks match windows to the desktop entry by this class.
     if (GDK_IS_X11_DISPLAY(gdk_display_get_default()))
         gdk_x11_display_set_program_class(gdk_display_get_default(), m_bundle.info.desktopId.c_str());
-    const auto quit = [](gpointer application) -> gboolean {
-        g_application_quit(static_cast<GApplication*>(application));
+    const auto onSignal = [](gpointer self) -> gboolean {
+        static_cast<RunnerApplication*>(self)->quit();
         return G_SOURCE_CONTINUE;
     };
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        g_unix_signal_add(signal, quit, m_application);
+        g_unix_signal_add(signal, onSignal, this);
     addActions();
     listen();
+    listenForSnapshots();
+}
+
+void RunnerApplication::quit() {
+    if (m_isQuitting)
+        return;
+    m_isQuitting = true;
+    const auto end = [this] { g_application_quit(G_APPLICATION(m_application)); };
+    m_quitDeadline.start(quitDeadline, end);
+    if (m_window)
+        m_window->prepareToQuit(end);
+    else
+        end();
 }
 
 void RunnerApplication::listen() {
-    m_socket.emplace(m_paths.socket, [this](const std::string& line) {
+    m_socket.emplace(m_paths.socket, [this](const std::string& line, SocketReply reply) {
         constexpr std::string_view openCommand = "open ";
+        reply.send("ok\n");
         if (line == "activate")
             activate();
         else if (line.starts_with(openCommand))
@@ -173,26 +191,23 @@ void RunnerApplication::listen() {
     });
 }
 
+void RunnerApplication::listenForSnapshots() {
+    if (m_paths.snapshotSocket.empty())
+        return;
+    m_snapshotSocket.emplace(m_paths.snapshotSocket, [this](const std::string& line, SocketReply reply) {
+        if (line != "snapshot")
+            return reply.send("error this request is not known\n");
+        if (!m_window)
+            return reply.send("error there is no window\n");
+        // The reply is moved through a function that must be copyable.
+        const auto shared = std::make_shared<SocketReply>(std::move(reply));
+        m_window->drawTo([shared](std::string answer) { shared->send(std::move(answer)); });
+    });
+}
+
 void RunnerApplication::addActions() {
-    const ObjectPtr<GSimpleAction> quit(g_simple_action_new("quit", nullptr));
-    connect(
-        quit.get(), "activate",
-        [](GSimpleAction*, GVariant*, GApplication* application) { g_application_quit(application); },
-        static_cast<gpointer>(m_application));
-    g_action_map_add_action(G_ACTION_MAP(m_application), G_ACTION(quit.get()));
-    struct Keys {
-        const char* action;
-        std::array<const char*, 3> keys;
-    };
-    constexpr std::array<Keys, 7> table{{{"app.quit", {"<Control>q", nullptr}},
-                                         {"window.close", {"<Control>w", nullptr}},
-                                         {"win.back", {"<Alt>Left", "Back", nullptr}},
-                                         {"win.forward", {"<Alt>Right", "Forward", nullptr}},
-                                         {"win.reload", {"<Control>r", "F5", nullptr}},
-                                         {"win.home", {"<Alt>Home", nullptr}},
-                                         {"win.inspect", {"F12", "<Control><Shift>i", nullptr}}}};
-    for (const Keys& row : table)
-        gtk_application_set_accels_for_action(m_application, row.action, row.keys.data());
+    addAction(G_ACTION_MAP(m_application), "quit", [this] { quit(); });
+    bindKeys(m_application, m_bundle.config.isDevMode);
 }
 
 AppWindow* RunnerApplication::window() {
@@ -211,6 +226,8 @@ AppWindow* RunnerApplication::window() {
 }
 
 void RunnerApplication::activate() {
+    if (m_isQuitting)
+        return;
     if (AppWindow* shown = window()) {
         shown->loadStart();
         shown->present();

@@ -4,7 +4,8 @@
 #include "RunnerCore/AppRequest.h"
 #include "RunnerCore/Bundle.h"
 #include "Shell/AppWindow.h"
-#include "Shell/ControlSocket.h"
+#include "Shell/GObjects.h"
+#include "Shell/PrivateSocket.h"
 #include "Shell/ProfileFolder.h"
 
 #include <gtk/gtk.h>
@@ -33,6 +34,7 @@ public:
     void activate();
     void open(const std::vector<std::string>& texts);
     void stop();
+    void quit();
 
 private:
     enum class Role { First, Second, Unreachable };
@@ -41,6 +43,7 @@ private:
     [[nodiscard]] bool askFirst(const std::vector<std::string>& requests);
     void sendRequests(const std::vector<std::string>& requests);
     void listen();
+    void listenForSnapshots();
     void addActions();
     [[nodiscard]] AppWindow* window();
 
@@ -48,9 +51,12 @@ private:
     ProfilePaths m_paths;
     ProfileLock m_lock;
     GtkApplication* m_application;
-    std::optional<ControlSocket> m_socket;
+    std::optional<PrivateSocket> m_socket;
+    std::optional<PrivateSocket> m_snapshotSocket;
     std::unique_ptr<AppWindow> m_window;
     bool m_hasProblem = false;
+    bool m_isQuitting = false;
+    Timeout m_quitDeadline;
 };
 
 }  // namespace wrapio

@@ -13,6 +13,7 @@ GtkLabel* addLabel(GtkWidget* page, const char* styleClass) {
     gtk_label_set_wrap_mode(GTK_LABEL(label), PANGO_WRAP_WORD_CHAR);
     gtk_label_set_justify(GTK_LABEL(label), GTK_JUSTIFY_CENTER);
     gtk_label_set_max_width_chars(GTK_LABEL(label), lineLength);
+    gtk_widget_set_halign(label, GTK_ALIGN_CENTER);
     gtk_label_set_selectable(GTK_LABEL(label), FALSE);
     gtk_widget_add_css_class(label, styleClass);
     gtk_box_append(GTK_BOX(page), label);
@@ -35,17 +36,28 @@ StatusPage::StatusPage(const char* iconName)
     gtk_box_append(GTK_BOX(m_page), icon);
     m_title = addLabel(m_page, "title-2");
     m_body = addLabel(m_page, "body");
-    m_button = GTK_BUTTON(gtk_button_new());
-    gtk_widget_set_halign(GTK_WIDGET(m_button), GTK_ALIGN_CENTER);
-    gtk_widget_set_margin_top(GTK_WIDGET(m_button), 12);
-    gtk_widget_add_css_class(GTK_WIDGET(m_button), "suggested-action");
-    gtk_box_append(GTK_BOX(m_page), GTK_WIDGET(m_button));
+    m_buttons = GTK_BOX(gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12));
+    gtk_widget_set_halign(GTK_WIDGET(m_buttons), GTK_ALIGN_CENTER);
+    gtk_widget_set_margin_top(GTK_WIDGET(m_buttons), 12);
+    gtk_box_append(GTK_BOX(m_page), GTK_WIDGET(m_buttons));
 }
 
-void StatusPage::show(const Message& message, const std::string& action) {
+void StatusPage::show(const Message& message, const std::vector<Choice>& choices) {
     gtk_label_set_text(m_title, message.title.c_str());
     gtk_label_set_text(m_body, message.body.c_str());
-    gtk_button_set_label(m_button, action.c_str());
+    while (GtkWidget* old = gtk_widget_get_first_child(GTK_WIDGET(m_buttons)))
+        gtk_box_remove(m_buttons, old);
+    for (const Choice& choice : choices) {
+        GtkWidget* button = makeChoiceButton(choice);
+        if (&choice == &choices.front())
+            gtk_widget_add_css_class(button, "suggested-action");
+        gtk_box_append(m_buttons, button);
+    }
+}
+
+void StatusPage::focus() {
+    if (GtkWidget* first = gtk_widget_get_first_child(GTK_WIDGET(m_buttons)))
+        gtk_widget_grab_focus(first);
 }
 
 }  // namespace wrapio

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "RunnerCore/BundleError.h"
+#include "Shell/Choice.h"
 
 #include <gtk/gtk.h>
 
 #include <string>
+#include <vector>
 
 namespace wrapio {
 
@@ -15,17 +17,19 @@ public:
     /// Makes the widgets, with the symbolic icon `iconName` on top.
     explicit StatusPage(const char* iconName);
 
-    /// Shows `message` and a button that says `action`.
-    void show(const Message& message, const std::string& action);
+    /// Shows `message` and a button for each of `choices`; the first one is suggested.
+    void show(const Message& message, const std::vector<Choice>& choices);
+
+    /// Gives the keyboard to the first button.
+    void focus();
 
     [[nodiscard]] GtkWidget* widget() const { return m_page; }
-    [[nodiscard]] GtkButton* button() const { return m_button; }
 
 private:
     GtkWidget* m_page;
     GtkLabel* m_title;
     GtkLabel* m_body;
-    GtkButton* m_button;
+    GtkBox* m_buttons;
 };
 
 }  // namespace wrapio

@@ -64,18 +64,34 @@ ObjectPtr<WebKitUserContentManager> makeUserContent(const RunnerConfig& config) 
     return manager;
 }
 
+ObjectPtr<WebKitWebView> owned(gpointer view) {
+    g_object_ref_sink(view);
+    return ObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(view));
+}
+
 }  // namespace
 
-WebKitWebView* makeWebView(const RunnerConfig& config, const ProfilePaths& paths) {
+WebContent::WebContent(const RunnerConfig& config, const ProfilePaths& paths)
+    : m_session(makeSession(paths))
+    , m_settings(makeSettings(config))
+    , m_userContent(makeUserContent(config)) {
+    WebKitWebContext* context = webkit_web_context_get_default();
     if (lacksLanguage()) {
         const std::array<const char*, 3> languages{"en-US", "en", nullptr};
-        webkit_web_context_set_preferred_languages(webkit_web_context_get_default(), languages.data());
+        webkit_web_context_set_preferred_languages(context, languages.data());
     }
-    const auto session = makeSession(paths);
-    const auto settings = makeSettings(config);
-    const auto content = makeUserContent(config);
-    return WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", session.get(), "settings",
-                                        settings.get(), "user-content-manager", content.get(), nullptr));
+    // What a developer has just changed must be seen at once.
+    if (config.isDevMode)
+        webkit_web_context_set_cache_model(context, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
+}
+
+ObjectPtr<WebKitWebView> WebContent::makeView() const {
+    return owned(g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", m_session.get(), "settings", m_settings.get(),
+                              "user-content-manager", m_userContent.get(), nullptr));
+}
+
+ObjectPtr<WebKitWebView> WebContent::makePopupView(WebKitWebView* opener) const {
+    return owned(g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings", m_settings.get(), nullptr));
 }
 
 }  // namespace wrapio

@@ -21,6 +21,7 @@ progressbar.load-progress trough, progressbar.load-progress progress { min-heigh
   border: none; border-radius: 0; }
 progressbar.load-progress trough { background: transparent; }
 .app-frame { background: @theme_bg_color; }
+.app-bar { background: @theme_bg_color; color: @theme_fg_color; padding: 6px 12px; border-bottom: 1px solid @borders; }
 .notice-title { font-weight: bold; font-size: 120%; }
 .status-page .title-2 { font-weight: bold; font-size: 140%; }
 )";
@@ -41,21 +42,33 @@ Color themeColor(GtkWidget* widget, const char* name, const Color& otherwise) {
     return {byteOf(found.red), byteOf(found.green), byteOf(found.blue), 1.0};
 }
 
-void addSheet(GtkWidget* window, const std::string& sheet) {
-    const ObjectPtr<GtkCssProvider> provider(gtk_css_provider_new());
-    gtk_css_provider_load_from_data(provider.get(), sheet.c_str(), -1);
-    gtk_style_context_add_provider_for_display(gtk_widget_get_display(window), GTK_STYLE_PROVIDER(provider.get()),
-                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-}
-
 }  // namespace
 
-void applyWindowStyle(GtkWidget* window, const Theme& theme) {
-    const Color base = themeColor(window, "theme_bg_color", usualHeader);
-    const Color accent = themeColor(window, "theme_selected_bg_color", usualAccent);
-    addSheet(window, fixedSheet + themeStyleSheet(theme, base, accent));
-    if (!gdk_display_is_composited(gtk_widget_get_display(window)))
-        addSheet(window, opaqueSheet);
+WindowStyle::WindowStyle(GtkWidget* window, const Theme& theme)
+    : m_window(window)
+    , m_settings(gtk_widget_get_settings(window))
+    , m_theme(theme)
+    , m_provider(gtk_css_provider_new()) {
+    gtk_style_context_add_provider_for_display(gtk_widget_get_display(window), GTK_STYLE_PROVIDER(m_provider),
+                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    const auto changed = [](GObject*, GParamSpec*, WindowStyle* self) { self->update(); };
+    connect(m_settings, "notify::gtk-application-prefer-dark-theme", changed, this);
+    connect(m_settings, "notify::gtk-theme-name", changed, this);
+    update();
+}
+
+WindowStyle::~WindowStyle() {
+    g_signal_handlers_disconnect_by_data(m_settings, this);
+    g_object_unref(m_provider);
+}
+
+void WindowStyle::update() {
+    const Color base = themeColor(m_window, "theme_bg_color", usualHeader);
+    const Color accent = themeColor(m_window, "theme_selected_bg_color", usualAccent);
+    std::string sheet = fixedSheet + themeStyleSheet(m_theme, base, accent);
+    if (!gdk_display_is_composited(gtk_widget_get_display(m_window)))
+        sheet += opaqueSheet;
+    gtk_css_provider_load_from_data(m_provider, sheet.data(), static_cast<gssize>(sheet.size()));
 }
 
 }  // namespace wrapio

@@ -1,7 +1,6 @@
 #include "Services/BundleGenerator.h"
 
 #include "Platform/Diagnostics.h"
-#include "Platform/Imaging.h"
 #include "Platform/PropertyList.h"
 #include "Services/ToolOutput.h"
 #include "Utilities/ApplicationIdentity.h"
@@ -162,10 +161,9 @@ tl::expected<void, AnyError> BundleGenerator::writeConfig(const AppConfiguration
 
 tl::expected<void, AnyError> BundleGenerator::writeIcon(const AppConfiguration& app, const QString& bundleURL) {
     const auto icon = m_favicons.loadSavedIcon(app.id);
-    const auto png = icon ? encodePng(*icon) : std::nullopt;
-    if (!png)
+    if (!icon)
         return {};
-    return m_icons.convertPngToIcns(*png, resourcesOf(bundleURL)).map([](const QString&) {});
+    return m_icons.convertImageToIcns(*icon, resourcesOf(bundleURL)).map([](const QString&) {});
 }
 
 tl::expected<void, AnyError> BundleGenerator::adHocSign(const QString& bundleURL) {

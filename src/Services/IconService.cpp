@@ -82,13 +82,17 @@ tl::expected<QString, AnyError> IconService::convertPngToIcns(const QByteArray& 
     const auto image = decodeImage(pngData);
     if (!image)
         return tl::unexpected(AnyError(IconServiceError::invalidImageData()));
+    return convertImageToIcns(*image, workingDirectory);
+}
+
+tl::expected<QString, AnyError> IconService::convertImageToIcns(const QImage& image, const QString& workingDirectory) {
     const QString scratch = workingDirectory + u'/' + canonicalText(QUuid::createUuid());
     const QString iconset = scratch + u"/AppIcon.iconset"_s;
     for (const QString& folder : {scratch, iconset}) {
         if (const auto created = m_files.createDirectories(folder); !created)
             return tl::unexpected(AnyError(created.error()));
     }
-    if (const auto written = writeIconset(*image, iconset); !written)
+    if (const auto written = writeIconset(image, iconset); !written)
         return tl::unexpected(written.error());
     const QString made = scratch + u"/AppIcon.icns"_s;
     const auto result = m_tools.run(iconutil, {u"-c"_s, u"icns"_s, iconset, u"-o"_s, made});

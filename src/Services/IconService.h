@@ -54,6 +54,9 @@ public:
     /// IconServiceError, a FileError or a LaunchError.
     [[nodiscard]] tl::expected<QString, AnyError> convertPngToIcns(const QByteArray& pngData,
                                                                    const QString& workingDirectory);
+    /// The same for a picture that is decoded already.
+    [[nodiscard]] tl::expected<QString, AnyError> convertImageToIcns(const QImage& image,
+                                                                     const QString& workingDirectory);
 
 private:
     [[nodiscard]] tl::expected<void, AnyError> writeIconset(const QImage& image, const QString& iconset);

@@ -75,6 +75,33 @@ TEST(NavigationPolicy, ANewWindowNeedsAClick) {
     EXPECT_EQ(policy.decideNewWindow("about:blank", click), Verdict::Refuse);
 }
 
+TEST(NavigationPolicy, AScriptMayOpenAWindowAfterAClickOnly) {
+    const auto policy = mailPolicy();
+    EXPECT_TRUE(policy.mayOpenWindow("https://login.other.net/", {false, true}));
+    EXPECT_TRUE(policy.mayOpenWindow("about:blank", {false, true}));
+    EXPECT_TRUE(policy.mayOpenWindow("", {false, true}));
+    EXPECT_FALSE(policy.mayOpenWindow("https://login.other.net/", script));
+    for (const char* address : {"file:///etc/passwd", "javascript:1", "wrapio-x://y", "mailto:a@b.c"})
+        EXPECT_FALSE(policy.mayOpenWindow(address, {false, true})) << address;
+}
+
+TEST(NavigationPolicy, AWindowForSigningInMayShowEverySiteButNotThisMachine) {
+    const auto policy = mailPolicy().forEverySite();
+    EXPECT_EQ(policy.decideMainResponse("https://login.other.net/"), Verdict::Inside);
+    EXPECT_EQ(policy.decideNavigation("https://login.other.net/", click), Verdict::Inside);
+    EXPECT_EQ(policy.decideMainResponse("http://127.0.0.1:631/"), Verdict::HandOff);
+    EXPECT_EQ(policy.decideNavigation("file:///etc/passwd", click), Verdict::Refuse);
+}
+
+TEST(NavigationPolicy, FilesMayComeFromEveryHostButNotFromThisMachine) {
+    const auto policy = mailPolicy();
+    EXPECT_TRUE(policy.mayDownload("https://files.other.net/a.zip"));
+    EXPECT_TRUE(policy.mayDownload("blob:https://mail.example.com/1"));
+    EXPECT_FALSE(policy.mayDownload("http://127.0.0.1/a.zip"));
+    EXPECT_FALSE(policy.mayDownload("file:///etc/passwd"));
+    EXPECT_TRUE(NavigationPolicy("localhost", {}, true).mayDownload("http://127.0.0.1/a.zip"));
+}
+
 TEST(NavigationPolicy, RequestsFromOutsideMustBelongToTheSite) {
     const auto policy = mailPolicy();
     EXPECT_EQ(policy.decideRequest("https://mail.example.com/x"), Verdict::Inside);

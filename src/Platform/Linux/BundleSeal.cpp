@@ -53,7 +53,7 @@ FileResult<QByteArray> hashOf(const QString& path) {
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            return tl::unexpected(lastError(u"read"_s, path));
+            return tl::unexpected(lastError("read", path));
         if (count == 0)
             return hash.result();
         hash.add(buffer.data(), static_cast<std::size_t>(count));
@@ -96,7 +96,7 @@ ToolOutcome<void> prepareSealFolder(const QString& bundlePath) {
     if (folder.isSymLink() || (folder.exists() && !folder.isDir()))
         return toolFailure(u"%1: not a folder"_s.arg(folder.filePath()));
     if (!folder.exists() && !QDir().mkdir(folder.filePath()))
-        return toolFailure(lastError(u"create"_s, folder.filePath()));
+        return toolFailure(lastError("create", folder.filePath()));
     return {};
 }
 

@@ -39,7 +39,7 @@ std::optional<QByteArray> pictureOfEdge(const std::map<int, QByteArray>& picture
 FileResult<void> writePicture(const QString& path, const QByteArray& png) {
     const QString folder = QFileInfo(path).path();
     if (!QDir().mkpath(folder))
-        return tl::unexpected(lastError(u"create"_s, folder));
+        return tl::unexpected(lastError("create", folder));
     return writeAtomically(path, png);
 }
 
@@ -66,7 +66,7 @@ FileResult<void> DesktopIcons::remove(const QString& desktopId) {
     for (const int edge : edges) {
         const QString path = pathOf(desktopId, edge);
         if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT && errno != ENOTDIR)
-            return tl::unexpected(lastError(u"remove"_s, path));
+            return tl::unexpected(lastError("remove", path));
     }
     touchTheme();
     return {};

@@ -54,7 +54,7 @@ FileResult<void> DesktopRegistration::removeRegistration(const QString& desktopI
 /// that an interrupted registration shows as a missing one.
 FileResult<void> DesktopRegistration::write(const BundleInfo& info) {
     if (!QDir().mkpath(m_registry.applicationsFolder()))
-        return tl::unexpected(lastError(u"create"_s, m_registry.applicationsFolder()));
+        return tl::unexpected(lastError("create", m_registry.applicationsFolder()));
     if (const auto removed = removeEntry(info.desktopId); !removed)
         return removed;
     if (const auto installed = m_icons.install(info.desktopId, info.icns); !installed)
@@ -80,7 +80,7 @@ FileResult<void> DesktopRegistration::removeFiles(const QString& desktopId) {
 FileResult<void> DesktopRegistration::removeEntry(const QString& desktopId) {
     const QString path = m_registry.entryPath(desktopId);
     if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT)
-        return tl::unexpected(lastError(u"remove"_s, path));
+        return tl::unexpected(lastError("remove", path));
     return {};
 }
 

@@ -22,10 +22,10 @@ FileResult<ExtractionFolder> ExtractionFolder::open(const QString& path) {
     const QByteArray name = QFile::encodeName(path);
     const bool made = ::mkdir(name.constData(), 0777) == 0;
     if (!made && errno != EEXIST)
-        return tl::unexpected(lastError(u"create"_s, path));
+        return tl::unexpected(lastError("create", path));
     FileDescriptor root(::open(name.constData(), folderFlags));
-    if (!root)
-        return tl::unexpected(lastError(u"open"_s, path));
+    if (!root.isOpen())
+        return tl::unexpected(lastError("open", path));
     ExtractionFolder folder(path, std::move(root));
     if (made)
         folder.m_made.push_back({{}, true});
@@ -48,7 +48,7 @@ FileResult<FileDescriptor> ExtractionFolder::makeFile(const ZipPath& path, bool 
         return tl::unexpected(parent.error());
     FileDescriptor file(::openat(parent->get(), path.back().c_str(),
                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, executable ? 0777 : 0666));
-    if (!file)
+    if (!file.isOpen())
         return tl::unexpected(failure(u"create"_s, path));
     m_made.push_back({path, false});
     return file;
@@ -57,13 +57,13 @@ FileResult<FileDescriptor> ExtractionFolder::makeFile(const ZipPath& path, bool 
 /// Opens the folder that the first `depth` elements of `path` name, step by step.
 FileResult<FileDescriptor> ExtractionFolder::openFolder(const ZipPath& path, std::size_t depth, bool create) {
     FileDescriptor folder(::fcntl(m_root.get(), F_DUPFD_CLOEXEC, 0));
-    for (std::size_t i = 0; folder && i < depth; ++i) {
+    for (std::size_t i = 0; folder.isOpen() && i < depth; ++i) {
         const char* const name = path[i].c_str();
         if (create && ::mkdirat(folder.get(), name, 0777) == 0)
             m_made.push_back({ZipPath(path.begin(), path.begin() + static_cast<std::ptrdiff_t>(i) + 1), true});
         folder = FileDescriptor(::openat(folder.get(), name, folderFlags | O_NOFOLLOW));
     }
-    if (!folder)
+    if (!folder.isOpen())
         return tl::unexpected(failure(u"open"_s, path));
     return folder;
 }

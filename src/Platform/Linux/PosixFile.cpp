@@ -42,30 +42,20 @@ TreeEntry describe(const fs::directory_entry& entry, std::size_t rootLength, std
 FileResult<void> fill(const QString& temporary, const QByteArray& bytes) {
     const FileDescriptor file(
         ::open(QFile::encodeName(temporary).constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
-    if (!file)
-        return tl::unexpected(lastError(u"create"_s, temporary));
-    if (!writeFully(file.get(), bytes.constData(), static_cast<std::size_t>(bytes.size())))
-        return tl::unexpected(lastError(u"write"_s, temporary));
+    if (!file.isOpen())
+        return tl::unexpected(lastError("create", temporary));
+    if (const int code = posix::writeAll(file.get(), bytes))
+        return tl::unexpected(FileError{u"write"_s, temporary, code});
     return {};
 }
 
 }  // namespace
 
-FileDescriptor::~FileDescriptor() {
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
-}
-
-FileError lastError(const QString& operation, const QString& path) {
-    const int code = errno;
-    return {operation, path, code};
-}
-
 FileResult<FileDescriptor> openRegularFile(const QString& path) {
     FileDescriptor file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
-    if (!file || ::fstat(file.get(), &status) != 0)
-        return tl::unexpected(lastError(u"read"_s, path));
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
+        return tl::unexpected(lastError("read", path));
     if (!S_ISREG(status.st_mode))
         return tl::unexpected(FileError{u"read"_s, path, EINVAL});
     return file;
@@ -76,32 +66,9 @@ FileResult<QByteArray> readRegularFile(const QString& path, qint64 maximumBytes)
     if (!file)
         return tl::unexpected(file.error());
     QByteArray bytes;
-    char buffer[65536];
-    for (;;) {
-        const ssize_t count = ::read(file->get(), buffer, sizeof buffer);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return tl::unexpected(lastError(u"read"_s, path));
-        if (count == 0)
-            return bytes;
-        if (bytes.size() + count > maximumBytes)
-            return tl::unexpected(FileError{u"read"_s, path, EFBIG});
-        bytes.append(buffer, count);
-    }
-}
-
-bool writeFully(int descriptor, const char* bytes, std::size_t size) {
-    while (size > 0) {
-        const ssize_t count = ::write(descriptor, bytes, size);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return false;
-        bytes += count;
-        size -= static_cast<std::size_t>(count);
-    }
-    return true;
+    if (const int code = posix::readAll(file->get(), maximumBytes, bytes))
+        return tl::unexpected(FileError{u"read"_s, path, code});
+    return bytes;
 }
 
 QString temporaryNameBeside(const QString& path) {
@@ -114,7 +81,7 @@ FileResult<void> writeAtomically(const QString& path, const QByteArray& bytes) {
     const QByteArray from = QFile::encodeName(temporary);
     FileResult<void> result = fill(temporary, bytes);
     if (result && ::rename(from.constData(), QFile::encodeName(path).constData()) != 0)
-        result = tl::unexpected(lastError(u"write"_s, path));
+        result = tl::unexpected(lastError("write", path));
     if (!result)
         ::unlink(from.constData());
     return result;

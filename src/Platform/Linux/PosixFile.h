@@ -1,41 +1,19 @@
-// Small pieces of file work that the tools share. Stateless; any thread.
+// Whole files and folders, as the tools read and write them. Stateless; any thread.
 #pragma once
 
 #include "Platform/FileSystem.h"
+#include "Platform/Linux/FileCalls.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace wrapio {
 
-/// An open file, closed when this goes away. Move-only.
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int descriptor = -1)
-        : m_descriptor(descriptor) {}
-    FileDescriptor(FileDescriptor&& other) noexcept
-        : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
-    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
-        std::swap(m_descriptor, other.m_descriptor);
-        return *this;
-    }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor();
-
-    [[nodiscard]] int get() const { return m_descriptor; }
-    explicit operator bool() const { return m_descriptor >= 0; }
-
-private:
-    int m_descriptor;
-};
-
-/// The failure that errno tells of.
-[[nodiscard]] FileError lastError(const QString& operation, const QString& path);
+using posix::FileDescriptor;
+using posix::lastError;
 
 /// Opens a regular file for reading, without following a link at its end and without waiting for the other side of a
 /// pipe. Anything else there fails with ELOOP or EINVAL.
@@ -43,9 +21,6 @@ private:
 
 /// The bytes of a regular file; EFBIG when there are more than `maximumBytes`.
 [[nodiscard]] FileResult<QByteArray> readRegularFile(const QString& path, qint64 maximumBytes);
-
-/// Writes all of `size` bytes; false with errno set when that fails.
-[[nodiscard]] bool writeFully(int descriptor, const char* bytes, std::size_t size);
 
 /// Puts a file with `bytes` at `path`: whoever reads it finds the old file or the whole new one. Not synced to the
 /// disk. The folder must exist.

@@ -62,7 +62,7 @@ ToolOutcome<void> addContents(const Writer& writer, const FileDescriptor& file, 
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            return toolFailure(lastError(u"read"_s, path));
+            return toolFailure(lastError("read", path));
         written += count;
         if (written > size || (count == 0 && written < size))
             return toolFailure(u"%1: changed while it was packed"_s.arg(path));
@@ -79,7 +79,7 @@ ToolOutcome<void> addFile(const Writer& writer, const TreeEntry& source, const Q
         return toolFailure(file.error());
     struct stat status {};
     if (::fstat(file->get(), &status) != 0)
-        return toolFailure(lastError(u"read"_s, path));
+        return toolFailure(lastError("read", path));
     if (archive_write_header(writer.get(), entryFor(source, status).get()) != ARCHIVE_OK)
         return archiveFailure(writer);
     return addContents(writer, *file, status.st_size, path);
@@ -88,7 +88,7 @@ ToolOutcome<void> addFile(const Writer& writer, const TreeEntry& source, const Q
 ToolOutcome<void> addFolder(const Writer& writer, const TreeEntry& source, const QString& path) {
     struct stat status {};
     if (::lstat(QFile::encodeName(path).constData(), &status) != 0)
-        return toolFailure(lastError(u"read"_s, path));
+        return toolFailure(lastError("read", path));
     if (archive_write_header(writer.get(), entryFor(source, status).get()) != ARCHIVE_OK)
         return archiveFailure(writer);
     return {};
@@ -137,11 +137,11 @@ ToolOutcome<void> packZip(const QString& folder, const QString& zip) {
     const QString temporary = temporaryNameBeside(zip);
     const QByteArray from = QFile::encodeName(temporary);
     const FileDescriptor output(::open(from.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
-    if (!output)
-        return toolFailure(lastError(u"create"_s, zip));
+    if (!output.isOpen())
+        return toolFailure(lastError("create", zip));
     ToolOutcome<void> outcome = writeArchive(output, folder, *entries);
     if (outcome && ::rename(from.constData(), QFile::encodeName(zip).constData()) != 0)
-        outcome = toolFailure(lastError(u"write"_s, zip));
+        outcome = toolFailure(lastError("write", zip));
     if (!outcome)
         ::unlink(from.constData());
     return outcome;

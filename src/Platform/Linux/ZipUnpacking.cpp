@@ -117,8 +117,8 @@ ToolOutcome<void> Unpacking::copyContents(const FileDescriptor& file, const QStr
         m_totalBytes += count;
         if (const auto fine = checkAmount(fileBytes, name); !fine)
             return fine;
-        if (!writeFully(file.get(), buffer, static_cast<std::size_t>(count)))
-            return toolFailure(lastError(u"write"_s, name));
+        if (const int code = posix::writeAll(file.get(), QByteArray::fromRawData(buffer, count)))
+            return toolFailure(FileError{u"write"_s, name, code});
     }
 }
 
@@ -158,7 +158,7 @@ ToolOutcome<void> unpackZip(const QString& zip, const QString& folder, const Zip
         return toolFailure(file.error());
     struct stat status {};
     if (::fstat(file->get(), &status) != 0)
-        return toolFailure(lastError(u"read"_s, zip));
+        return toolFailure(lastError("read", zip));
     const auto entries = checkZipDirectory(file->get(), status.st_size, limits);
     if (!entries)
         return tl::unexpected(entries.error());

@@ -66,6 +66,31 @@ class App:
 
         wait_for(shows, f"the colour {color} in the window of {self.name}")
 
+    def wait_for_message(self):
+        """Waits until a message with a suggested button is shown in place of the page."""
+        window = self.window()
+
+        def shows():
+            x, y, width, height = self.desktop.geometry(window)
+            picture = self.desktop.screen()
+            row = range(x + width // 2 - 150, x + width // 2 + 150, 5)
+            return any(picture.near(px, py, (53, 132, 228), 12) for py in range(y + 60, y + height, 6) for px in row)
+
+        wait_for(shows, f"a message in the window of {self.name}")
+
+    def wait_until_active(self):
+        """Waits until one of the app's windows has the keyboard."""
+        def is_active():
+            active = self.desktop.run("xprop", "-root", "_NET_ACTIVE_WINDOW").partition("# ")[2].strip()
+            return any(int(window, 16) == int(active, 16) for window in self.windows()) if active else False
+
+        wait_for(is_active, f"{self.name} to have the keyboard")
+
+    def press_button(self, index=0):
+        """Presses the button that has the keyboard, or one further on."""
+        self.wait_until_active()
+        self.desktop.run("xdotool", "key", "--delay", "60", *["Tab"] * index, "Return")
+
     def click(self):
         x, y, width, height = self.desktop.geometry(self.window())
         self.desktop.click(x + width // 2, y + height // 2)

@@ -30,7 +30,7 @@ def wait_for(condition, what, timeout=20.0):
 class Site:
     """A web server on two loopback hosts; pages are set by the test, requests are kept."""
 
-    def __init__(self):
+    def __init__(self, port=0, context=None):
         self.pages = {}
         self.requests = []
         site = self
@@ -50,10 +50,14 @@ class Site:
             def log_message(self, *_):
                 pass
 
-        first = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        first = http.server.ThreadingHTTPServer(("127.0.0.1", port), Handler)
         self.port = first.server_address[1]
         self.servers = [first, http.server.ThreadingHTTPServer(("127.0.0.2", self.port), Handler)]
         for server in self.servers:
+            if context:
+                # Each connection shakes hands in a thread of its own: one that fails must not stop the server.
+                server.socket = context.wrap_socket(server.socket, server_side=True, do_handshake_on_connect=False)
+            server.handle_error = lambda *_: None
             threading.Thread(target=server.serve_forever, daemon=True).start()
 
     def page(self, path, body, headers=None, status=200):
@@ -69,6 +73,34 @@ class Site:
         for server in self.servers:
             server.shutdown()
             server.server_close()
+
+
+class Services:
+    """The stand-in for notifications and the settings portal."""
+
+    def __init__(self, desktop, program):
+        self.desktop = desktop
+        self.process = subprocess.Popen([str(program)], env=desktop.environment, stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, start_new_session=True)
+        desktop.processes.append(self.process)
+        self.lines = []
+        threading.Thread(target=self._read, daemon=True).start()
+        wait_for(lambda: "ready" in self.lines, "the desktop's services")
+
+    def _read(self):
+        for line in self.process.stdout:
+            self.lines.append(line.decode(errors="replace").rstrip("\n"))
+
+    def say(self, command):
+        self.process.stdin.write(command.encode() + b"\n")
+        self.process.stdin.flush()
+
+    def heard(self, start):
+        return [line for line in self.lines if line.startswith(start)]
+
+    def close(self):
+        self.process.stdin.close()
+        self.process.wait(timeout=10)
 
 
 class Desktop:
@@ -183,8 +215,8 @@ class Desktop:
     def save_screen(self, path):
         self.run("import", "-silent", "-window", "root", str(path))
 
-    def click(self, x, y):
-        self.run("xdotool", "mousemove", str(x), str(y), "click", "1")
+    def click(self, x, y, times=1):
+        self.run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", str(times), "--delay", "60", "1")
 
     def end(self, process, grace=5):
         """Asks a process to end, makes it end when it does not, and ends what it has left behind in its group."""
@@ -199,7 +231,7 @@ class Desktop:
         except ProcessLookupError:
             pass
         process.wait()
-        for stream in (process.stdout, process.stderr):
+        for stream in (process.stdin, process.stdout, process.stderr):
             if stream:
                 stream.close()
 

@@ -1,0 +1,3 @@
+wrapio_test(WindowCaptureServiceTest
+  SOURCES WindowCaptureServiceTest.cpp
+  LIBRARIES wrapio_previews wrapio_fakes wrapio_platform_linux)
