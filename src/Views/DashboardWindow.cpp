@@ -8,7 +8,6 @@
 
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickWindow>
 
 #include <utility>
 

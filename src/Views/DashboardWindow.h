@@ -6,13 +6,13 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QQuickWindow>
 
 #include <functional>
 #include <memory>
 #include <vector>
 
 class QQmlEngine;
-class QQuickWindow;
 
 namespace wrapio {
 

@@ -5,7 +5,6 @@
 
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickWindow>
 
 namespace wrapio {
 

@@ -4,11 +4,11 @@
 #include "ViewModels/EditorSheetViewModel.h"
 
 #include <QPointer>
+#include <QQuickWindow>
 
 #include <memory>
 
 class QQmlEngine;
-class QQuickWindow;
 
 namespace wrapio {
 

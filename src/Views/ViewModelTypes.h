@@ -6,7 +6,7 @@
 #include "ViewModels/DashboardViewModel.h"
 #include "ViewModels/EditorSheetViewModel.h"
 
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 namespace wrapio {
 
