@@ -13,11 +13,3 @@ wrapio_layer(wrapio_menu_bar_widgets
           Symbols.cpp TintedIcon.cpp TrayStatusItem.cpp TrayStatusItem.h WidgetMenu.cpp WidgetMenu.h
   PUBLIC wrapio_menu_bar Qt6::Widgets)
 set_target_properties(wrapio_menu_bar_widgets PROPERTIES AUTOMOC ON)
-
-# What the desktop tells the program, and what it does then.
-wrapio_layer(wrapio_app_delegate
-  FOLDER Views
-  SOURCES ../AppDelegate.cpp
-  PUBLIC wrapio_menu_bar wrapio_exchange)
-file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/AppDelegate.h ${CMAKE_BINARY_DIR}/include-roots/wrapio_app_delegate/AppDelegate.h
-     SYMBOLIC)
