@@ -60,7 +60,27 @@ FocusScope {
         Keys.onPressed: event => root.handleKey(event)
 
         delegate: AppGridItem {
-            grid: root
+            id: cell
+
+            cardWidth: root.cardWidth
+            draggedId: root.draggedId
+            isDragging: root.isDragging
+            listHasFocus: view.activeFocus
+            onLaunch: {
+                view.currentIndex = index;
+                root.viewModel.launchApp(appId);
+            }
+            onRestart: root.viewModel.restartApp(appId)
+            onQuit: root.viewModel.quitApp(appId)
+            onRenew: root.viewModel.updateApp(appId)
+            onEdit: root.configureRequested(appId, "")
+            onAskDelete: root.viewModel.requestDelete(appId)
+            onMenuRequested: (x, y) => root.openMenu(cell, x, y)
+            onMoveRequested: (draggedId, targetId) => root.move(draggedId, targetId)
+            onLifted: scenePosition => proxy.begin(cell, scenePosition)
+            onCarried: scenePosition => proxy.carry(scenePosition)
+            onLetGo: proxy.letGo()
+            onDropPerformed: root.draggedId = ""
         }
 
         T.ScrollBar.vertical: SlimScrollBar {
@@ -126,18 +146,6 @@ FocusScope {
     function openMenu(item: AppGridItem, x: real, y: real) {
         view.currentIndex = item.index;
         menu.openFor(item, x, y);
-    }
-
-    function lift(item: AppGridItem, pointer: point) {
-        proxy.begin(item, pointer);
-    }
-
-    function carry(pointer: point) {
-        proxy.carry(pointer);
-    }
-
-    function letGo() {
-        proxy.letGo();
     }
 
     function handleKey(event: var) {

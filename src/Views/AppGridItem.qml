@@ -7,7 +7,6 @@ import Wrapio.Views
 Item {
     id: root
 
-    required property AppGrid grid
     required property int index
     required property string appId
     required property string displayName
@@ -17,10 +16,29 @@ Item {
     required property string iconUrl
     required property string bundleHint
 
-    readonly property bool isDragged: grid.isDragging && grid.draggedId === appId
-    readonly property bool isCurrent: GridView.isCurrentItem && grid.view.activeFocus
-    readonly property bool isHovering: (hover.hovered || controls.hovered) && !grid.isDragging
+    property real cardWidth: Metrics.largestCard
+    /// The id of the card that is dragged, or was; and whether it still is.
+    property string draggedId
+    property bool isDragging: false
+    property bool listHasFocus: false
+
+    readonly property bool isDragged: isDragging && draggedId === appId
+    readonly property bool isCurrent: GridView.isCurrentItem && listHasFocus
+    readonly property bool isHovering: (hover.hovered || controls.hovered) && !isDragging
     readonly property alias card: card
+
+    signal launch
+    signal restart
+    signal quit
+    signal renew
+    signal edit
+    signal askDelete
+    signal menuRequested(real x, real y)
+    signal moveRequested(string draggedId, string targetId)
+    signal lifted(point scenePosition)
+    signal carried(point scenePosition)
+    signal letGo
+    signal dropPerformed
 
     // Where the card still is on its way to its new place, while others are moved about.
     property real shiftX: 0
@@ -42,12 +60,12 @@ Item {
         scale = 1;
     }
     onXChanged: {
-        if (grid.isDragging && !Appearance.reducedMotion)
+        if (isDragging && !Appearance.reducedMotion)
             glide(lastX - x, 0);
         lastX = x;
     }
     onYChanged: {
-        if (grid.isDragging && !Appearance.reducedMotion)
+        if (isDragging && !Appearance.reducedMotion)
             glide(0, lastY - y);
         lastY = y;
     }
@@ -58,10 +76,6 @@ Item {
         shiftX += fromX;
         shiftY += fromY;
         gliding.start();
-    }
-
-    function launch() {
-        grid.viewModel.launchApp(appId);
     }
 
     ParallelAnimation {
@@ -85,9 +99,9 @@ Item {
         anchors.fill: parent
         targetIndex: root.index
         targetId: root.appId
-        draggedId: root.grid.draggedId
-        onMoveRequested: (draggedId, targetId) => root.grid.move(draggedId, targetId)
-        onDropPerformed: root.grid.draggedId = ""
+        draggedId: root.draggedId
+        onMoveRequested: (draggedId, targetId) => root.moveRequested(draggedId, targetId)
+        onDropPerformed: root.dropPerformed()
     }
     Rectangle {
         width: card.width
@@ -103,7 +117,7 @@ Item {
 
         x: root.shiftX
         y: root.shiftY
-        width: root.grid.cardWidth
+        width: root.cardWidth
         height: Metrics.cardHeight
         isRunning: root.isRunning
         isHovering: root.isHovering
@@ -115,16 +129,13 @@ Item {
         }
         TapHandler {
             acceptedButtons: Qt.LeftButton
-            onTapped: {
-                root.grid.view.currentIndex = root.index;
-                root.launch();
-            }
-            onLongPressed: root.grid.openMenu(root, point.position.x, point.position.y)
+            onTapped: root.launch()
+            onLongPressed: root.menuRequested(point.position.x, point.position.y)
         }
         TapHandler {
             acceptedButtons: Qt.RightButton
             gesturePolicy: TapHandler.WithinBounds
-            onPressedChanged: if (pressed) root.grid.openMenu(root, point.position.x, point.position.y)
+            onPressedChanged: if (pressed) root.menuRequested(point.position.x, point.position.y)
         }
         DragHandler {
             target: null
@@ -132,8 +143,8 @@ Item {
             dragThreshold: 6
             grabPermissions: PointerHandler.CanTakeOverFromAnything
             acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
-            onActiveChanged: active ? root.grid.lift(root, centroid.scenePressPosition) : root.grid.letGo()
-            onCentroidChanged: if (active) root.grid.carry(centroid.scenePosition)
+            onActiveChanged: active ? root.lifted(centroid.scenePressPosition) : root.letGo()
+            onCentroidChanged: if (active) root.carried(centroid.scenePosition)
         }
 
         AppFace {
@@ -169,11 +180,11 @@ Item {
             isRunning: root.isRunning
             isOutdated: root.isOutdated
             onLaunchRequested: root.launch()
-            onRestartRequested: root.grid.viewModel.restartApp(root.appId)
-            onQuitRequested: root.grid.viewModel.quitApp(root.appId)
-            onUpdateRequested: root.grid.viewModel.updateApp(root.appId)
-            onConfigureRequested: root.grid.configureRequested(root.appId, "")
-            onDeleteRequested: root.grid.viewModel.requestDelete(root.appId)
+            onRestartRequested: root.restart()
+            onQuitRequested: root.quit()
+            onUpdateRequested: root.renew()
+            onConfigureRequested: root.edit()
+            onDeleteRequested: root.askDelete()
         }
     }
 }

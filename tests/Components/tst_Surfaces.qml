@@ -155,12 +155,12 @@ Item {
                 { tag: "דואר", letter: "ד" },
                 { tag: "7 days", letter: "7" },
                 { tag: "!?", letter: "•" },
-                { tag: "", letter: "•" }
+                { tag: "no name", name: "", letter: "•" }
             ];
         }
 
         function test_tiles_show_the_first_letter(row) {
-            compare(ColorTools.initial(row.tag), row.letter);
+            compare(ColorTools.initial(row.name ?? row.tag), row.letter);
         }
 
         function test_tiles_are_drawn_when_there_is_no_picture() {
