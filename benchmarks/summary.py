@@ -15,6 +15,8 @@ import sys
 import tempfile
 import time
 
+import exchange
+
 # Program, benchmark, what it is, and the most that the best figure may be (None: told for information).
 FIGURES = (
     ("CatalogueBenchmark", "encodingOneRecord", "encode one record", None),
@@ -84,6 +86,21 @@ def time_of_listing(wrapio, apps, repetitions):
         return times
 
 
+def exchange_lines(wrapio):
+    """Moving 50 and 500 apps with icons once: the rate and the memory, which is to be the same for both."""
+    lines, memory = [], {}
+    for apps in (50, 500):
+        for what, (seconds, busy, mebibytes) in zip(("import", "export"), exchange.move(wrapio, [record(n) for n in range(apps)])):
+            each, mark = seconds / apps * 1000, 50 if (what, apps) == ("import", 500) else None
+            lines.append((f"{what} {apps} apps with icons, each", each, each, mark, "ms"))
+            lines.append(("the same, on a processor", busy / apps * 1000, busy / apps * 1000, None, "ms"))
+            memory[what, apps] = mebibytes
+    for what in ("import", "export"):
+        ratio = memory[what, 500] / memory[what, 50]
+        lines.append((f"{what}, memory with 500 apps against 50", ratio, ratio, 1.2, ""))
+    return lines
+
+
 def measure(libexec, wrapio, repetitions):
     """Lines of (what, best, middle, mark, unit)."""
     runs = {p: run_benchmark(libexec / p, repetitions) for p in sorted({f[0] for f in FIGURES})}
@@ -94,6 +111,7 @@ def measure(libexec, wrapio, repetitions):
     for program, name, counter, what, mark in RATIOS:
         values = [run[counter] for run in runs[program][name]]
         lines.append((what, min(values), statistics.median(values), mark, ""))
+    lines += exchange_lines(wrapio)
     for apps in (0, 1000):
         times = time_of_listing(wrapio, apps, repetitions)
         lines.append((f"\"wrapio list\" with {apps:,} apps, from start to end", min(times), statistics.median(times), None, "ms"))

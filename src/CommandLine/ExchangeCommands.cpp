@@ -27,12 +27,20 @@ QString stageText(const ImportProgress& progress) {
     return u"[%1/%2] %3"_s.arg(progress.done).arg(progress.total).arg(what);
 }
 
+/// What people can tell an app by: its name, or its address, or its id when it has neither.
+QString label(const Catalogue& catalogue, const UngeneratedApp& app) {
+    const auto record = catalogue.store.find(app.id);
+    if (!record || (record->appName && !record->appName->isEmpty()))
+        return app.displayName;
+    return record->configuredURL ? record->configuredURL->absoluteString() : canonicalText(app.id);
+}
+
 Json outcomeJson(const ImportOutcome& outcome) {
     Json failed = Json::array();
     for (const UngeneratedApp& app : outcome.ungenerated)
         failed.push_back({{"id", canonicalText(app.id).toStdString()},
                           {"name", app.displayName.toStdString()},
-                          {"reason", app.reason.toStdString()}});
+                          {"reason", generationAdvice(app.error).toStdString()}});
     return {{"imported", outcome.imported}, {"failed", failed}};
 }
 
@@ -47,7 +55,7 @@ void reportImport(const Task& task, const Catalogue& catalogue, const ImportOutc
         task->console.print(u"Imported %1 apps"_s.arg(outcome.imported));
     QStringList failures;
     for (const UngeneratedApp& app : outcome.ungenerated)
-        failures << app.displayName + u": "_s + app.reason;
+        failures << label(catalogue, app) + u": "_s + generationAdvice(app.error);
     if (failures.isEmpty())
         task->succeed();
     else

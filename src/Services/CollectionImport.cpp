@@ -123,7 +123,7 @@ void CollectionImport::generate(const QUuid& id) {
         return;
     const QString& reason = generated.error().description();
     printDiagnostics(u"[Import] Failed to generate "_s + record->displayName() + u": "_s + reason);
-    m_outcome.ungenerated.push_back({id, record->displayName(), reason});
+    m_outcome.ungenerated.push_back({id, record->displayName(), reason, generated.error()});
 }
 
 }  // namespace wrapio

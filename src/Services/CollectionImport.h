@@ -24,8 +24,7 @@ struct UngeneratedApp {
     QUuid id;
     QString displayName;
     QString reason;
-
-    bool operator==(const UngeneratedApp&) const = default;
+    AnyError error;  ///< what the reason is the description of
 };
 
 struct ImportOutcome {

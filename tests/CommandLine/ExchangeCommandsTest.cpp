@@ -86,6 +86,20 @@ TEST_F(ExchangeCommandsTest, import_names_every_app_that_it_could_not_make) {
     EXPECT_EQ(stored().size(), 4U);
 }
 
+TEST_F(ExchangeCommandsTest, import_says_what_to_do_about_an_app_that_it_could_not_make) {
+    AppConfiguration nameless = record(u""_s);
+    AppConfiguration empty;
+    AppConfiguration unusable = record(u"///"_s);
+    storeList({nameless, empty, unusable});
+    ASSERT_EQ(run({u"export"_s, u"a.wrapio"_s}), ExitStatus::done);
+    refuseCodesign();
+    EXPECT_EQ(run({u"import"_s, u"a.wrapio"_s}), ExitStatus::failed);
+    const QString said = console.notes.join(u'\n');
+    EXPECT_TRUE(said.contains(u"https://www.example.com/: "_s)) << said.toStdString();
+    EXPECT_TRUE(said.contains(canonicalText(stored()[4].id) + u": the app has no address; give it one"_s));
+    EXPECT_TRUE(said.contains(u"///: nothing of the app's name can be used as a file name"_s));
+}
+
 TEST_F(ExchangeCommandsTest, import_answers_in_json) {
     exportTwo();
     refuseCodesign();
