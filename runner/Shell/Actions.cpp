@@ -20,7 +20,7 @@ struct Command {
 };
 
 // The order is that of the shortcuts window.
-constexpr std::array<Command, 20> commands{{
+constexpr std::array<Command, 21> commands{{
     {"win.back", "Pages", "Back", {"<Alt>Left", "Back"}},
     {"win.forward", "Pages", "Forward", {"<Alt>Right", "Forward"}},
     {"win.home", "Pages", "Home", {"<Alt>Home"}},
@@ -35,6 +35,8 @@ constexpr std::array<Command, 20> commands{{
     {"win.zoom-out", "View", "Smaller", {"<Control>minus", "<Control>KP_Subtract"}},
     {"win.zoom-reset", "View", "Usual size", {"<Control>0", "<Control>KP_0"}},
     {"win.full-screen", "View", "Full screen", {"F11"}},
+    {"win.permissions", "App", "Permissions", {"<Control><Shift>p"}},
+    {"win.clear-data", "App", "Clear data", {"<Control><Shift>Delete"}},
     {"win.show-help-overlay", "App", "Keyboard shortcuts", {"<Control>question", "<Control>F1"}},
     {"window.close", "App", "Close", {"<Control>w"}},
     {"app.quit", "App", "Quit", {"<Control>q"}},
@@ -44,7 +46,6 @@ constexpr std::array<Command, 20> commands{{
      "Reload without the cache",
      {"<Control><Shift>r", "<Shift>F5", "<Control>F5"},
      true},
-    {"win.clear-data", "Developer", "Clear data", {"<Control><Shift>Delete"}, true},
 }};
 
 std::string shortcutXml(const Command& command) {

@@ -5,6 +5,7 @@
 #include "Shell/Diagnostics.h"
 #include "Shell/GObjects.h"
 #include "Shell/MessageDialog.h"
+#include "Shell/ProfileFile.h"
 #include "Shell/Snapshot.h"
 
 namespace wrapio {
@@ -19,6 +20,10 @@ gboolean quit(GtkApplication* application) {
     return TRUE;
 }
 
+GDBusConnection* busOf(GtkApplication* application) {
+    return g_application_get_dbus_connection(G_APPLICATION(application));
+}
+
 }  // namespace
 
 AppWindow::AppWindow(GtkApplication* application, const Bundle& bundle, const ProfilePaths& paths)
@@ -30,22 +35,36 @@ AppWindow::AppWindow(GtkApplication* application, const Bundle& bundle, const Pr
     , m_view(m_ownedView.get())
     , m_page(m_view)
     , m_header(bundle.config.isDevMode)
+    , m_permissions(m_banners, paths.data + "/permissions")
+    , m_notifications(busOf(application), bundle.config.name, bundle.info.desktopId, [this] { present(); })
+    , m_cookies(m_content.session(), paths.data + "/session-cookies")
+    , m_messages(
+          m_content.userContent(),
+          [this](const std::string& text) {
+              m_badge.setByPage(text);
+              updateTitle();
+          },
+          [this](const std::string& need) { tellMissingAbility(need); })
     , m_find(m_view)
     , m_programs([this](const std::string& address, const std::string& reason) {
         showMessageDialog(m_window, {"The address could not be opened", "“" + displayText(address, longestAddress) +
                                                                             "”: " + displayText(reason, longestTitle)});
     })
+    , m_downloads(m_content.session(), [this](const std::string& address) { m_programs.open(address); })
     , m_popups(m_window, m_content, m_programs, bundle.config.isDevMode,
                [this](WebKitWebView* view) { attachShared(view); })
     , m_guard(
           m_view, policyOf(bundle.config), [this](const std::string& address) { handOff(address); },
           [this] { return m_popups.open(m_view, m_guard.policy()); })
     , m_troubles(m_page, bundle.config.isDevMode)
+    , m_import(m_window, m_content.session(), bundle.config, paths.cache, [this] { m_troubles.reload(); })
     , m_badge(bundle.config.badgeEnabled)
-    , m_launcherBadge(g_application_get_dbus_connection(G_APPLICATION(application)), bundle.info.desktopId)
-    , m_colorScheme(g_application_get_dbus_connection(G_APPLICATION(application)))
+    , m_launcherBadge(busOf(application), bundle.info.desktopId)
+    , m_colorScheme(busOf(application))
     , m_style(GTK_WIDGET(m_window), bundle.config.theme)
-    , m_placement(m_window, paths.data + "/window") {
+    , m_placement(m_window, paths.data + "/window")
+    , m_toldPath(paths.data + "/told") {
+    m_told = ToldAbilities::parse(readProfileFile(m_toldPath));
     buildWindow(application);
     addActions();
     connectView();
@@ -53,6 +72,11 @@ AppWindow::AppWindow(GtkApplication* application, const Bundle& bundle, const Pr
     setZoom(m_placement.zoom());
     updateNavigation();
     updateTitle();
+    m_cookies.restore([this] {
+        m_isReady = true;
+        for (const auto& action : std::exchange(m_waiting, {}))
+            action();
+    });
 }
 
 AppWindow::~AppWindow() {
@@ -69,7 +93,7 @@ void AppWindow::buildWindow(GtkApplication* application) {
     gtk_window_set_titlebar(m_window, m_header.widget());
     GtkWidget* frame = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
     gtk_widget_add_css_class(frame, "app-frame");
-    for (GtkWidget* part : {m_banners.widget(), m_find.widget(), m_page.widget()})
+    for (GtkWidget* part : {m_banners.widget(), m_find.widget(), m_page.widget(), m_downloads.widget()})
         gtk_box_append(GTK_BOX(frame), part);
     gtk_window_set_child(m_window, frame);
     gtk_window_set_focus(m_window, GTK_WIDGET(m_view));
@@ -88,28 +112,37 @@ void AppWindow::connectView() {
         [](GObject*, GObject*, gpointer, AppWindow* self) { self->updateNavigation(); }, this);
 }
 
-void AppWindow::attachShared(WebKitWebView*) {}
+void AppWindow::attachShared(WebKitWebView* view) {
+    m_permissions.attach(view);
+    m_notifications.attach(view);
+}
 
 void AppWindow::present() {
     gtk_window_present(m_window);
 }
 
+void AppWindow::whenReady(std::function<void()> action) {
+    if (m_isReady)
+        action();
+    else
+        m_waiting.push_back(std::move(action));
+}
+
 void AppWindow::loadStart() {
-    if (!m_hasPage)
-        m_guard.loadStart(m_bundle.config.url);
-    m_hasPage = true;
+    if (!std::exchange(m_hasPage, true))
+        whenReady([this] { m_guard.loadStart(m_bundle.config.url); });
 }
 
 void AppWindow::handle(const AppRequest& request) {
     if (const auto* import = std::get_if<ImportSessionRequest>(&request)) {
         loadStart();
-        return offerImport(*import);
+        return m_import.offer(import->source);
     }
     const std::string& address = std::get<AddressRequest>(request).address;
-    if (m_guard.loadRequested(address))
-        m_hasPage = true;
-    else
-        reportLine("“" + displayText(address, longestTitle) + "” is ignored: it does not belong to this app");
+    if (m_guard.policy().decideRequest(address) != Verdict::Inside)
+        return reportLine("“" + displayText(address, longestTitle) + "” is ignored: it does not belong to this app");
+    m_hasPage = true;
+    whenReady([this, address] { m_guard.loadRequested(address); });
 }
 
 void AppWindow::drawTo(std::function<void(std::string answer)> finish) const {
@@ -119,7 +152,10 @@ void AppWindow::drawTo(std::function<void(std::string answer)> finish) const {
 void AppWindow::prepareToQuit(std::function<void()> finish) {
     m_placement.save(webkit_web_view_get_zoom_level(m_view));
     gtk_widget_set_visible(GTK_WIDGET(m_window), FALSE);
-    finish();
+    if (m_isReady)
+        m_cookies.save(std::move(finish));
+    else
+        finish();
 }
 
 void AppWindow::handOff(const std::string& address) {
@@ -153,11 +189,13 @@ void AppWindow::updateTitle() {
     m_launcherBadge.show(m_badge.shown());
 }
 
-void AppWindow::offerImport(const ImportSessionRequest& request) {
-    const std::string source = request.source.empty() ? "your browser" : "“" + request.source + "”";
-    showMessageDialog(m_window, {"Importing a browser session is not available yet",
-                                 "Nothing was taken over from " + source + ". Sign in to " + m_bundle.config.name +
-                                     " in this window instead; the app keeps you signed in."});
+void AppWindow::tellMissingAbility(const std::string& need) {
+    const auto ability = missingAbilityOf(need);
+    if (!ability || !m_told.tell(*ability))
+        return;
+    writeProfileFile(m_toldPath, m_told.text());
+    m_banners.show("missing " + need, missingAbilityText(*ability),
+                   {{"Open in Browser", [this] { m_programs.open(currentAddress()); }}});
 }
 
 }  // namespace wrapio

@@ -4,17 +4,24 @@
 #include "RunnerCore/AppRequest.h"
 #include "RunnerCore/Badge.h"
 #include "RunnerCore/Bundle.h"
+#include "RunnerCore/MissingAbility.h"
 #include "Shell/BannerArea.h"
 #include "Shell/ColorScheme.h"
+#include "Shell/Cookies.h"
 #include "Shell/DefaultPrograms.h"
+#include "Shell/Downloads.h"
 #include "Shell/FindBar.h"
 #include "Shell/HeaderBar.h"
 #include "Shell/LauncherBadge.h"
 #include "Shell/LoadTroubles.h"
 #include "Shell/NavigationGuard.h"
+#include "Shell/Notifications.h"
 #include "Shell/PageArea.h"
+#include "Shell/PageMessages.h"
+#include "Shell/Permissions.h"
 #include "Shell/Popups.h"
 #include "Shell/ProfileFolder.h"
+#include "Shell/SessionImport.h"
 #include "Shell/WebContent.h"
 #include "Shell/WindowPlacement.h"
 #include "Shell/WindowStyle.h"
@@ -24,6 +31,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace wrapio {
 
@@ -38,7 +46,8 @@ public:
     /// Shows the window, in front and not minimised.
     void present();
 
-    /// Loads the app's own address, unless a page has been asked for.
+    /// Loads the app's own address, unless a page has been asked for. Nothing is loaded before the session's cookies
+    /// are back.
     void loadStart();
 
     void handle(const AppRequest& request);
@@ -64,7 +73,8 @@ private:
     void clearData();
     void updateNavigation();
     void updateTitle();
-    void offerImport(const ImportSessionRequest& request);
+    void tellMissingAbility(const std::string& need);
+    void whenReady(std::function<void()> action);
     [[nodiscard]] std::string currentAddress() const;
     [[nodiscard]] GActionMap* actions() const { return G_ACTION_MAP(m_window); }
 
@@ -77,16 +87,26 @@ private:
     PageArea m_page;
     HeaderBar m_header;
     BannerArea m_banners;
+    Permissions m_permissions;
+    Notifications m_notifications;
+    SessionCookies m_cookies;
+    PageMessages m_messages;
     FindBar m_find;
     DefaultPrograms m_programs;
+    Downloads m_downloads;
     Popups m_popups;
     NavigationGuard m_guard;
     LoadTroubles m_troubles;
+    SessionImport m_import;
     BadgeState m_badge;
     LauncherBadge m_launcherBadge;
     ColorScheme m_colorScheme;
     WindowStyle m_style;
     WindowPlacement m_placement;
+    ToldAbilities m_told;
+    std::string m_toldPath;
+    bool m_isReady = false;  ///< the session's cookies are back
+    std::vector<std::function<void()>> m_waiting;
     bool m_hasPage = false;  ///< a page was asked for
 };
 

@@ -32,7 +32,8 @@ void AppWindow::addPageActions() {
     addAction(actions(), "find-previous", [this] { m_find.findPrevious(); });
     addAction(actions(), "print", [this] { print(); });
     addAction(actions(), "clear-data", [this] { askToClearData(); });
-    addAction(actions(), "import-session", [this] { offerImport({}); });
+    addAction(actions(), "permissions", [this] { m_permissions.showDialog(m_window); });
+    addAction(actions(), "import-session", [this] { m_import.offer(""); });
 }
 
 void AppWindow::addViewActions() {
@@ -73,6 +74,8 @@ void AppWindow::askToClearData() {
 }
 
 void AppWindow::clearData() {
+    m_permissions.forgetAll();
+    m_cookies.clear();
     WebKitWebsiteDataManager* data = webkit_network_session_get_website_data_manager(m_content.session());
     const auto cleared = [](GObject* manager, GAsyncResult* result, gpointer self) {
         GError* error = nullptr;

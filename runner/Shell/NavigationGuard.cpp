@@ -73,12 +73,9 @@ void NavigationGuard::loadStart(const std::string& address) {
     webkit_web_view_load_uri(m_view, address.c_str());
 }
 
-bool NavigationGuard::loadRequested(const std::string& address) {
-    if (m_policy.decideRequest(address) != Verdict::Inside)
-        return false;
+void NavigationGuard::loadRequested(const std::string& address) {
     m_isStarting = false;
     webkit_web_view_load_uri(m_view, address.c_str());
-    return true;
 }
 
 gboolean NavigationGuard::decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,

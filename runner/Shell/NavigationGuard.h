@@ -29,8 +29,8 @@ public:
     /// Loads the app's own address; where that redirects to becomes part of the site.
     void loadStart(const std::string& address);
 
-    /// Loads an address from outside when it belongs to the app, and says whether it does.
-    [[nodiscard]] bool loadRequested(const std::string& address);
+    /// Loads an address from outside, which the policy has allowed.
+    void loadRequested(const std::string& address);
 
     /// Lets the view show pages of any site.
     void openToEverySite() { m_policy = m_policy.forEverySite(); }

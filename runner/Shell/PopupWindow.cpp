@@ -80,7 +80,10 @@ void PopupWindow::readyToShow() {
     GdkRectangle size{};
     webkit_window_properties_get_geometry(wishes, &size);
     gtk_window_set_default_size(m_window, sideOf(size.width, usualWidth), sideOf(size.height, usualHeight));
-    if (webkit_window_properties_get_locationbar_visible(wishes) != FALSE)
+    const bool isSmall = size.width > 0 || size.height > 0 ||
+                         webkit_window_properties_get_toolbar_visible(wishes) == FALSE ||
+                         webkit_window_properties_get_locationbar_visible(wishes) == FALSE;
+    if (!isSmall)
         return;
     m_guard.openToEverySite();
     gtk_window_present(m_window);

@@ -1,6 +1,7 @@
 #include "Shell/WebContent.h"
 
 #include "RunnerCore/InjectedScripts.h"
+#include "RunnerCore/PageShims.h"
 #include "Shell/GObjects.h"
 #include "Shell/Preparation.h"
 
@@ -57,6 +58,9 @@ void addCustomStyle(WebKitUserContentManager* manager, const std::string& css) {
 
 ObjectPtr<WebKitUserContentManager> makeUserContent(const RunnerConfig& config) {
     ObjectPtr<WebKitUserContentManager> manager(webkit_user_content_manager_new());
+    if (config.badgeEnabled)
+        addScript(manager.get(), badgeShim(), WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START);
+    addScript(manager.get(), needShim(), WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START);
     if (!config.customCss.empty())
         addCustomStyle(manager.get(), config.customCss);
     if (!config.customJs.empty())

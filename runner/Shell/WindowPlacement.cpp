@@ -1,8 +1,7 @@
 #include "Shell/WindowPlacement.h"
 
-#include "RunnerCore/FileReader.h"
-#include "Shell/Diagnostics.h"
 #include "Shell/GObjects.h"
+#include "Shell/ProfileFile.h"
 
 // The library's macros would shadow names of the toolkit.
 #include <gdk/x11/gdkx.h>
@@ -53,8 +52,7 @@ std::optional<WindowPosition> positionOf(GdkSurface* surface) {
 WindowPlacement::WindowPlacement(GtkWindow* window, std::string path)
     : m_window(window)
     , m_path(std::move(path)) {
-    if (const auto text = readSmallFile(m_path, largestFile))
-        m_state = parseWindowState(*text);
+    m_state = parseWindowState(readProfileFile(m_path, largestFile));
     gtk_window_set_default_size(window, m_state.width, m_state.height);
     if (m_state.isMaximized)
         gtk_window_maximize(window);
@@ -83,10 +81,7 @@ void WindowPlacement::save(double zoom) {
         GdkSurface* surface = x11Surface(m_window);
         state.position = surface != nullptr ? positionOf(surface) : std::nullopt;
     }
-    const std::string text = windowStateText(state);
-    GError* error = nullptr;
-    if (!g_file_set_contents(m_path.c_str(), text.data(), static_cast<gssize>(text.size()), &error))
-        reportLine("the window’s place is not remembered: " + takeMessage(error));
+    writeProfileFile(m_path, windowStateText(state));
     m_state = state;
 }
 

@@ -32,7 +32,8 @@ ALLOWED = {
     "src/Views/Components/": {"Design", "Views/Components"},
     "src/": EVERYTHING,
     "runner/RunnerCore/": {"Utilities", "RunnerCore"},
-    "runner/": {"Utilities", "RunnerCore", "Shell"},
+    "runner/BrowserSessions/": {"Utilities", "RunnerCore", "BrowserSessions"},
+    "runner/": {"Utilities", "RunnerCore", "BrowserSessions", "Shell"},
     "resources/": EVERYTHING,
     "tests/": EVERYTHING,
     "benchmarks/": EVERYTHING,
@@ -43,6 +44,7 @@ ALLOWED = {
 RESERVED = {
     r"xcb/|X11/": ("src/Platform/Linux/", "tests/"),
     r"Q?DBus|QtDBus": ("src/Platform/Linux/", "tests/"),
+    r"sqlite3|nettle/pbkdf2|nettle/cbc": ("runner/BrowserSessions/", "tests/"),
     r"gio/|gtk/|webkit/|glib": ("runner/", "tests/Runner/", "tests/Desktop/"),
     r"archive(_entry)?\.h": ("src/Platform/Linux/", "tests/"),
     r"plist/": ("src/Platform/Linux/", "src/Platform/PropertyList.cpp", "runner/", "tests/"),

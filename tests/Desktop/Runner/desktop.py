@@ -32,12 +32,19 @@ class Site:
 
     def __init__(self, port=0, context=None):
         self.pages = {}
+        self.guards = {}
         self.requests = []
         site = self
 
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
                 site.requests.append((self.headers.get("Host", ""), self.path, dict(self.headers)))
+                if site.guards.get(self.path, None) not in (None, self.headers.get("Authorization")):
+                    self.send_response(401)
+                    self.send_header("WWW-Authenticate", 'Basic realm="Test"')
+                    self.send_header("Content-Length", "0")
+                    self.end_headers()
+                    return
                 status, headers, body = site.pages.get(self.path.split("?")[0], (404, {}, ""))
                 data = body.encode()
                 self.send_response(status)
@@ -62,6 +69,10 @@ class Site:
 
     def page(self, path, body, headers=None, status=200):
         self.pages[path] = (status, headers or {}, body)
+
+    def guard(self, path, authorization):
+        """Asks for a password before the page at `path` is given."""
+        self.guards[path] = authorization
 
     def address(self, path="/", host="127.0.0.1"):
         return f"http://{host}:{self.port}{path}"
@@ -121,6 +132,7 @@ class Desktop:
             folder.mkdir(parents=True, exist_ok=True)
         self.runtime.chmod(0o700)
         self.data = folders["XDG_DATA_HOME"]
+        self.cache = folders["XDG_CACHE_HOME"]
         self.environment = {
             key: value for key, value in os.environ.items()
             if key not in ("WAYLAND_DISPLAY", "XAUTHORITY", "DISPLAY", "GTK_THEME", "LANGUAGE")

@@ -1,5 +1,7 @@
 """What the desktop sees of an app, and where the app keeps its data."""
+import os
 import pathlib
+import signal
 import stat
 
 from desktop import wait_for
@@ -35,6 +37,40 @@ class Identity(RunnerCase):
         self.site.requests.clear()
         app.start()
         wait_for(lambda: any(headers.get("Cookie") == "kept=yes" for _, _, headers in self.site.requests), "the cookie")
+
+    def test_sign_in_of_the_session_survives_a_restart_and_is_private(self):
+        self.site.page("/", GREEN_PAGE, {"Set-Cookie": "session=a%09b; HttpOnly; SameSite=Lax"})
+        app = self.app().start()
+        app.wait_for_pixel(GREEN)
+        self.assertEqual(app.quit(), 0)
+        self.assertEqual(stat.S_IMODE((app.profile / "session-cookies").stat().st_mode), 0o600)
+        self.site.requests.clear()
+        self.site.page("/", GREEN_PAGE)
+        app.start()
+        request = wait_for(lambda: self.site.seen("/"), "the page")[0]
+        self.assertEqual(request[2].get("Cookie"), "session=a%09b")
+
+    def test_sign_in_of_the_session_survives_a_killed_app(self):
+        self.site.page("/", GREEN_PAGE, {"Set-Cookie": "session=kept"})
+        app = self.app().start()
+        app.wait_for_pixel(GREEN)
+        wait_for((app.profile / "session-cookies").exists, "the cookies to be written")
+        os.killpg(app.process.pid, signal.SIGKILL)
+        app.process.wait()
+        self.site.requests.clear()
+        self.site.page("/", GREEN_PAGE)
+        app.start()
+        request = wait_for(lambda: self.site.seen("/"), "the page")[0]
+        self.assertEqual(request[2].get("Cookie"), "session=kept")
+
+    def test_storage_of_the_page_survives_termination(self):
+        self.site.page("/", GREEN_PAGE + "<script>fetch('/was-' + localStorage.x); localStorage.x = 'kept'</script>")
+        app = self.app().start()
+        wait_for(lambda: self.site.seen("/was-undefined"), "the first visit")
+        app.wait_for_pixel(GREEN)
+        self.assertEqual(app.quit(), 0)
+        app.start()
+        wait_for(lambda: self.site.seen("/was-kept"), "the storage")
 
 
 if __name__ == "__main__":

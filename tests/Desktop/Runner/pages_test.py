@@ -1,0 +1,155 @@
+"""What pages may do besides being shown: windows, files, questions, dialogs and sign-ins."""
+import base64
+
+from desktop import wait_for
+from runner_case import BLUE, GREEN, GREEN_PAGE, RED, RunnerCase, coloured, main
+
+BUTTON_PAGE = ("<!doctype html><title>Button</title><body style='background:#00c000'>"
+               "<script>onclick = () => {{ {0} }}</script>")
+
+
+class Pages(RunnerCase):
+    def page_that_does(self, script, config=None):
+        """An app whose page runs `script` at a click, which has happened."""
+        self.site.page("/", BUTTON_PAGE.format(script))
+        app = self.app(config).start()
+        app.wait_for_pixel(GREEN)
+        app.click()
+        return app
+
+    def popup_of(self, app):
+        main_window = app.window()
+        wait_for(lambda: len(app.windows()) == 2, "the window that the page opens")
+        return next(window for window in app.windows() if window != main_window)
+
+    # Windows that pages open
+
+    def test_sign_in_window_of_another_site_answers_its_opener_and_goes(self):
+        self.site.page("/login", coloured("#c00000") + "<script>onclick = () => { opener.postMessage('token', '*'); close() }</script>")
+        login = self.site.address("/login", host="127.0.0.2")
+        app = self.page_that_does(f"onmessage = e => fetch('/got-' + e.data); open('{login}', 'login', 'width=400,height=300')")
+        popup = self.popup_of(app)
+        wait_for(lambda: self.desktop.property(popup, "_NET_WM_NAME") == '"127.0.0.2"', "the site's name in the title")
+        self.keep_picture(app, "popup")
+        x, y, width, height = self.desktop.geometry(popup)
+        wait_for(lambda: self.desktop.screen().near(x + width // 2, y + height // 2, RED), "the sign-in page")
+        self.desktop.click(x + width // 2, y + height // 2)
+        wait_for(lambda: self.site.seen("/got-token"), "the answer to the opener")
+        wait_for(lambda: len(app.windows()) == 1, "the window to go")
+        self.assertEqual(self.desktop.opened(), [])
+
+    def test_ordinary_window_of_another_site_opens_in_the_browser(self):
+        target = self.site.address("/other", host="127.0.0.2")
+        self.site.page("/other", coloured("#c00000"))
+        app = self.page_that_does(f"open('{target}')")
+        wait_for(lambda: self.desktop.opened() == [target], "the browser")
+        self.assertEqual(len(app.windows()), 1)
+
+    def test_window_without_a_click_is_not_opened(self):
+        self.site.page("/", GREEN_PAGE + "<script>onload = () => { open('/x', 'x', 'width=300,height=300'); fetch('/tried') }</script>")
+        app = self.app().start()
+        wait_for(lambda: self.site.seen("/tried"), "the attempt")
+        app.wait_for_pixel(GREEN)
+        self.assertEqual(len(app.windows()), 1)
+
+    def test_window_is_closed_by_its_key_while_the_app_stays(self):
+        self.site.page("/small", coloured("#c00000"))
+        app = self.page_that_does("open('/small', 'x', 'width=400,height=300')")
+        self.popup_of(app)
+        app.wait_until_active()
+        self.desktop.run("xdotool", "key", "ctrl+w")
+        wait_for(lambda: len(app.windows()) == 1, "the window to go")
+        self.assertIsNone(app.process.poll())
+
+    # Downloads
+
+    def downloads(self):
+        folder = self.desktop.root / "home/Downloads"
+        return {path.name: path.read_text() for path in folder.iterdir() if path.is_file()} if folder.exists() else {}
+
+    def clear_downloads(self):
+        for name in self.downloads():
+            (self.desktop.root / "home/Downloads" / name).unlink()
+
+    def test_download_goes_to_the_folder_and_never_over_a_file(self):
+        self.clear_downloads()
+        self.site.page("/file", "content", {"Content-Disposition": "attachment; filename=letter.txt", "Content-Type": "text/plain"})
+        app = self.page_that_does("location = '/file'")
+        wait_for(lambda: self.downloads() == {"letter.txt": "content"}, "the file")
+        self.site.page("/file", "other", {"Content-Disposition": "attachment; filename=letter.txt", "Content-Type": "text/plain"})
+        app.click()
+        wait_for(lambda: self.downloads() == {"letter.txt": "content", "letter (2).txt": "other"}, "the second file")
+        self.keep_picture(app, "downloads")
+        app.wait_for_pixel(GREEN, dx=0.5, dy=0.5)
+
+    def test_download_cannot_choose_its_folder(self):
+        self.clear_downloads()
+        self.site.page("/file", "x", {"Content-Disposition": 'attachment; filename="../../.config/autostart/evil.desktop"'})
+        self.page_that_does("location = '/file'")
+        wait_for(lambda: self.downloads(), "the file")
+        self.assertEqual(list(self.desktop.root.rglob("*.desktop")), list(self.desktop.root.rglob("Downloads/evil.desktop")) +
+                         list(self.desktop.root.rglob("fake-browser.desktop")))
+
+    def test_link_with_a_download_name_saves_what_the_page_made(self):
+        self.clear_downloads()
+        self.page_that_does("const a = document.createElement('a'); a.download = 'made.txt';"
+                            "a.href = URL.createObjectURL(new Blob(['made here'])); a.click()")
+        wait_for(lambda: self.downloads().get("made.txt") == "made here", "the file")
+
+    def test_what_cannot_be_shown_is_saved(self):
+        self.clear_downloads()
+        self.site.page("/data", "zip", {"Content-Type": "application/zip"})
+        self.page_that_does("location = '/data'")
+        wait_for(lambda: self.downloads() == {"data": "zip"} or list(self.downloads().values()) == ["zip"], "the file")
+
+    # Files and dialogs
+
+    def test_file_chooser_gives_the_page_a_file(self):
+        chosen = self.desktop.root / "chosen.txt"
+        chosen.write_text("chosen")
+        self.site.page("/", GREEN_PAGE + "<input type=file style='position:fixed;inset:0;opacity:0' onchange=\""
+                                         "this.files[0].text().then(t => fetch('/file-' + t))\">")
+        app = self.app().start()
+        app.wait_for_pixel(GREEN)
+        app.click()
+        wait_for(lambda: len(app.windows()) == 2, "the file chooser")
+        app.wait_until_active()
+        self.desktop.run("xdotool", "key", "ctrl+l")
+        self.desktop.run("xdotool", "type", "--delay", "30", str(chosen))
+        self.keep_picture(app, "chooser")
+        self.desktop.run("xdotool", "key", "--delay", "200", "Return", "Return")
+        wait_for(lambda: self.site.seen("/file-chosen"), "the file's text in the page")
+
+    def test_script_dialogs_ask_inside_the_window(self):
+        app = self.page_that_does("fetch('/said-' + confirm('Really?'))")
+        self.keep_dialog_picture(app)
+        self.desktop.run("xdotool", "key", "Return")
+        wait_for(lambda: self.site.seen("/said-true"), "the answer")
+
+    def keep_dialog_picture(self, app):
+        # The page below the dialog is dimmed.
+        wait_for(lambda: not self.shows(app, GREEN, 0.05, 0.9), "the dialog")
+        self.keep_picture(app, "dialog")
+
+    def shows(self, app, color, dx, dy):
+        x, y, width, height = self.desktop.geometry(app.window())
+        return self.desktop.screen().near(x + int(dx * width), y + int(dy * height), color)
+
+    def test_password_for_a_page_is_asked_and_sent(self):
+        expected = "Basic " + base64.b64encode(b"user:secret").decode()
+        self.site.guard("/", expected)
+        app = self.app().start()
+        wait_for(lambda: self.site.seen("/"), "the request")
+        app.wait_until_active()
+        self.keep_picture(app, "password")
+        for _ in range(3):
+            self.desktop.run("xdotool", "type", "--delay", "30", "user")
+            self.desktop.run("xdotool", "key", "Tab")
+            self.desktop.run("xdotool", "type", "--delay", "30", "secret")
+            self.desktop.run("xdotool", "key", "Return")
+            break
+        app.wait_for_pixel(GREEN)
+
+
+if __name__ == "__main__":
+    main()
