@@ -12,10 +12,18 @@ function(wrapio_qml_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${name} PRIVATE QUICK_TEST_SOURCE_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name} PRIVATE wrapio_options ${TEST_LIBRARIES} Qt6::QuickTest)
+  if(NOT WRAPIO_BUILD_UNIT_TESTS)
+    set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+    return()
+  endif()
   foreach(backend rhi software)
     string(REPLACE rhi "" suffix ${backend})
-    add_test(NAME ${name}${suffix} COMMAND ${PROJECT_SOURCE_DIR}/tests/with-private-home $<TARGET_FILE:${name}>)
-    set_tests_properties(${name}${suffix} PROPERTIES LABELS unit TIMEOUT 300
+    # The machine draws only where there is a display.
+    string(REPLACE software "" display ${backend})
+    string(REPLACE rhi "xvfb-run;-a" display "${display}")
+    add_test(NAME ${name}${suffix}
+             COMMAND ${display} ${PROJECT_SOURCE_DIR}/tests/with-private-home $<TARGET_FILE:${name}>)
+    set_tests_properties(${name}${suffix} PROPERTIES LABELS unit TIMEOUT 600
                          ENVIRONMENT "QT_QUICK_BACKEND=${backend};QT_QPA_PLATFORM=offscreen")
   endforeach()
 endfunction()
