@@ -44,7 +44,7 @@ class App:
     def again(self, *arguments, environment=None):
         """A second start; returns its exit status."""
         process = self.desktop.start([self.program, *arguments], environment=environment)
-        return process.wait(timeout=20)
+        return process.wait(timeout=60)
 
     def windows(self):
         return self.desktop.windows(self.process.pid)
@@ -97,4 +97,4 @@ class App:
 
     def quit(self):
         self.process.send_signal(signal.SIGTERM)
-        return self.process.wait(timeout=10)
+        return self.process.wait(timeout=60)

@@ -15,7 +15,7 @@ import time
 WIDTH, HEIGHT = 1280, 900
 
 
-def wait_for(condition, what, timeout=20.0):
+def wait_for(condition, what, timeout=60.0):
     """The first true answer of `condition`, asked until `timeout` seconds have passed."""
     end = time.monotonic() + timeout
     while True:
@@ -111,7 +111,7 @@ class Services:
 
     def close(self):
         self.process.stdin.close()
-        self.process.wait(timeout=10)
+        self.process.wait(timeout=60)
 
 
 class Desktop:
@@ -199,7 +199,7 @@ class Desktop:
         self.processes.append(process)
         return process
 
-    def run(self, *command, environment=None, timeout=30):
+    def run(self, *command, environment=None, timeout=60):
         return subprocess.run(command, env={**self.environment, **(environment or {})}, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=timeout,
                               check=False).stdout.decode(errors="replace")

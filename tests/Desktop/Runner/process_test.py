@@ -57,7 +57,7 @@ class Process(RunnerCase):
                 self.desktop.run("xdotool", "key", "ctrl+r")
                 wait_for(lambda: self.site.seen("/"), "the reload")
                 self.desktop.run("xdotool", "key", keys)
-                self.assertEqual(app.process.wait(timeout=10), 0)
+                self.assertEqual(app.process.wait(timeout=60), 0)
 
     def test_page_has_the_keyboard_from_the_start(self):
         self.site.page("/", GREEN_PAGE + "<script>onkeydown = event => fetch('/key-' + event.key)</script>")
@@ -91,7 +91,7 @@ class Process(RunnerCase):
         app.start("nonsense", "ftp://example.com/", "http://127.0.0.2/", capture=True)
         app.wait_for_pixel(GREEN)
         app.process.send_signal(signal.SIGTERM)
-        _, errors = app.process.communicate(timeout=10)
+        _, errors = app.process.communicate(timeout=60)
         lines = [line for line in errors.decode().splitlines() if "is ignored" in line]
         self.assertEqual(len(lines), 3, errors)
 

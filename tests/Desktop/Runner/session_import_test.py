@@ -131,7 +131,7 @@ class SessionImport(RunnerCase):
         app.press_button(1)
         wait_for(lambda: self.site.seen("/"), "the page with the session")
         app.process.terminate()
-        said = b"".join(app.process.communicate(timeout=10))
+        said = b"".join(app.process.communicate(timeout=60))
         self.assertNotIn(b"secret-value", said)
 
 

@@ -27,7 +27,7 @@ class Snapshot(RunnerCase):
 
     def ask(self, app, line=b"snapshot\n"):
         with socket.socket(socket.AF_UNIX) as client:
-            client.settimeout(10)
+            client.settimeout(60)
             client.connect(str(self.socket_of(app)))
             client.sendall(line)
             answer = b""
