@@ -268,6 +268,7 @@ class MenuBarTest(unittest.TestCase):
             return max(color) - min(color) <= 8
         wait_for(is_gray, "the grey picture")
         self.picture("6-cached")
+        x, y, width, height = program.panel()
         self.desktop.click(x + width - 70, y + height - 40)
         self.alt("keyup")
         wait_for(lambda: self.app_process("Red"), "the launch from the panel")
