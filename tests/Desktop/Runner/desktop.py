@@ -195,10 +195,10 @@ class Desktop:
         """The addresses that the default browser was given."""
         return self.opened_file.read_text().split() if self.opened_file.exists() else []
 
-    def start(self, command, pass_fds=(), environment=None, capture=False):
+    def start(self, command, pass_fds=(), environment=None, capture=False, stdin=subprocess.DEVNULL):
         stream = subprocess.PIPE if capture else subprocess.DEVNULL
         process = subprocess.Popen([str(part) for part in command], env={**self.environment, **(environment or {})},
-                                   stdin=subprocess.DEVNULL, stdout=stream, stderr=stream, pass_fds=pass_fds,
+                                   stdin=stdin, stdout=stream, stderr=stream, pass_fds=pass_fds,
                                    start_new_session=True)
         self.processes.append(process)
         return process
