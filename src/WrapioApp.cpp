@@ -54,7 +54,8 @@ QByteArray activationToken() {
 
 bool isForManager(const Command& command) {
     return needsCatalogue(command) || std::holds_alternative<StartCommand>(command.action) ||
-           std::holds_alternative<OpenCommand>(command.action);
+           std::holds_alternative<OpenCommand>(command.action) ||
+           std::holds_alternative<OpenEditorCommand>(command.action);
 }
 
 }  // namespace
@@ -89,6 +90,8 @@ int WrapioApp::run() {
         return becomeManager(start->background);
     if (const auto* const request = std::get_if<OpenCommand>(&m_command->action))
         return open(*request);
+    if (std::holds_alternative<OpenEditorCommand>(m_command->action))
+        return runByNewManager();
     return runHere();
 }
 
@@ -129,7 +132,11 @@ int WrapioApp::open(const OpenCommand& command) {
         return becomeManager(false);
     if (!WrapioURLBridge::parseCreateRequest(*command.url) && !WrapioURLBridge::parseImportSessionRequest(*command.url))
         return failWith(WrapioURLBridge::refusal(*command.url), ExitStatus::failed);
-    // The token goes with the request, and not to the one who starts.
+    return runByNewManager();
+}
+
+int WrapioApp::runByNewManager() {
+    // The token goes with the command, and not to the one who starts.
     const EnvironmentChanges changes = {{"XDG_ACTIVATION_TOKEN", std::nullopt}, {"DESKTOP_STARTUP_ID", std::nullopt}};
     if (!startProcess(managerProgram(), {u"--background"_s}, m_directories->home, changes))
         return managerIsMissing();

@@ -34,6 +34,8 @@ private:
     [[nodiscard]] int runByManager();
     [[nodiscard]] int runHere();
     [[nodiscard]] int open(const OpenCommand& command);
+    /// Starts a manager in the background and hands the command to it.
+    [[nodiscard]] int runByNewManager();
     [[nodiscard]] int becomeManager(bool background) const;
     [[nodiscard]] int ended(int status) const;
     [[nodiscard]] std::unique_ptr<LocalChannel> call() const;

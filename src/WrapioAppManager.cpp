@@ -12,9 +12,11 @@
 #include "Session/ManagerClaim.h"
 #include "Session/WindowlessInterface.h"
 #include "WrapioAppServices.h"
+#include "WrapioAppWindows.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QGuiApplication>
 
 namespace wrapio {
 
@@ -40,16 +42,31 @@ void failWith(const QString& message) {
 /// What there is once the catalogue is held. People see it through `interface`: this is the place that chooses it.
 class WrapioAppManager::Running {
 public:
-    explicit Running(WrapioAppServices& services)
-        : m_runner(services.commandServices())
+    Running(WrapioAppServices& services, const Catalogue& catalogue)
+        : m_runner(withEditor(services.commandServices()))
         , m_server(services.platform.directories.configuration)
-        , m_interface(std::make_unique<WindowlessInterface>(m_notifications))
+        , m_interface(makeInterface(services, catalogue))
         , m_manager({m_server, m_bus, services.platform.scheduler}, m_runner, *m_interface,
                     [] { QCoreApplication::exit(0); }) {}
 
     [[nodiscard]] FileResult<void> start(bool background) { return m_manager.start(background); }
 
 private:
+    [[nodiscard]] CommandServices withEditor(CommandServices services) {
+        services.showEditor = [this](const QUuid& app) {
+            const CallerPointer& caller = CallerScope::current();
+            return m_interface->edit(app, caller ? caller->activationToken : QByteArray());
+        };
+        return services;
+    }
+
+    [[nodiscard]] std::unique_ptr<ManagerInterface> makeInterface(WrapioAppServices& services,
+                                                                  const Catalogue& catalogue) {
+        if (QGuiApplication::platformName() == u"offscreen")
+            return std::make_unique<WindowlessInterface>(m_notifications);
+        return std::make_unique<WindowedInterface>(services, catalogue, m_notifications, [this] { m_manager.quit(); });
+    }
+
     NotificationCenter m_notifications;
     CommandRunner m_runner;
     LocalSocketServer m_server;
@@ -83,11 +100,12 @@ int WrapioAppManager::run() {
 }
 
 void WrapioAppManager::becomeManager() {
-    if (const auto opened = m_services->catalogue.openForChanges(); !opened) {
+    const auto opened = m_services->catalogue.openForChanges();
+    if (!opened) {
         failWith(opened.error().description());
         return;
     }
-    m_running = std::make_unique<Running>(*m_services);
+    m_running = std::make_unique<Running>(*m_services, *opened);
     if (const auto started = m_running->start(!m_arguments.isEmpty()); !started)
         failWith(started.error().description());
 }

@@ -170,4 +170,14 @@ void editApp(const Task& task, const EditCommand& command) {
     storeChangedApp(task, *opened, Draft{*config, *icon}, command.options.noIcon);
 }
 
+void openEditor(const Task& task, const OpenEditorCommand& command) {
+    const auto opened = openApp(task, command.app, true);
+    if (!opened)
+        return;
+    if (task->services.showEditor && task->services.showEditor(opened->config.id))
+        task->succeed();
+    else
+        task->fail(u"there is no display for the editor; say with options what to change"_s);
+}
+
 }  // namespace wrapio

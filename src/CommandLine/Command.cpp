@@ -114,13 +114,19 @@ Parsed makeCreate(const QCommandLineParser& parser, const QStringList& arguments
     return CreateCommand{*options};
 }
 
+bool namesNothingToChange(const QCommandLineParser& parser) {
+    const QStringList names = parser.optionNames();
+    return std::all_of(names.begin(), names.end(),
+                       [](const QString& name) { return name == u"json"_s || name == u"verbose"_s; });
+}
+
 Parsed makeEdit(const QCommandLineParser& parser, const QStringList& arguments) {
     auto options = readAppOptions(parser);
     if (!options)
         return tl::unexpected(options.error());
     options->address = value(parser, u"address"_s);
-    if (parser.optionNames().isEmpty())
-        return tl::unexpected(UsageError{u"edit takes at least one option that says what to change"_s});
+    if (namesNothingToChange(parser))
+        return OpenEditorCommand{arguments.at(0)};
     return EditCommand{arguments.at(0), *options};
 }
 
@@ -240,14 +246,14 @@ tl::expected<Command, UsageError> parseCommand(const QStringList& arguments) {
 bool needsCatalogue(const Command& command) {
     const Action& action = command.action;
     return !std::holds_alternative<StartCommand>(action) && !std::holds_alternative<OpenCommand>(action) &&
-           !std::holds_alternative<VersionCommand>(action) && !std::holds_alternative<HelpCommand>(action);
+           !std::holds_alternative<OpenEditorCommand>(action) && !std::holds_alternative<VersionCommand>(action) && !std::holds_alternative<HelpCommand>(action);
 }
 
 QString helpText() {
     return uR"(Wrapio turns websites into standalone apps.
 
   wrapio create ADDRESS [options]     make an app for a web address
-  wrapio edit APP [options]           change an app and make its bundle again
+  wrapio edit APP [options]           change an app and make its bundle again; without options, show its editor
   wrapio rename APP NAME              the same as edit APP --name NAME
   wrapio move APP POSITION            give an app another place in the list, counted from 1
   wrapio list                         all apps

@@ -82,13 +82,17 @@ struct CaptureCommand {
 struct OpenCommand {
     std::optional<QString> url;  ///< none when a desktop starts the program without one
 };
+struct OpenEditorCommand {
+    QString app;
+};
 struct VersionCommand {};
 struct HelpCommand {};
 
 struct Command {
     std::variant<StartCommand, CreateCommand, EditCommand, MoveCommand, ListCommand, ShowCommand, LaunchCommand,
                  FocusCommand, QuitCommand, RegenerateCommand, DeleteCommand, UpdateAllCommand, DoctorCommand,
-                 ExportCommand, ImportCommand, CaptureCommand, OpenCommand, VersionCommand, HelpCommand>
+                 ExportCommand, ImportCommand, CaptureCommand, OpenCommand, OpenEditorCommand, VersionCommand,
+                 HelpCommand>
         action;
     bool json = false;     ///< answer in JSON
     bool verbose = false;  ///< tell on standard error what is being done

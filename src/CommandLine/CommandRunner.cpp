@@ -19,6 +19,7 @@ struct Dispatch {
 
     void operator()(const StartCommand&) const { Q_UNREACHABLE(); }
     void operator()(const OpenCommand&) const { Q_UNREACHABLE(); }
+    void operator()(const OpenEditorCommand& command) const { openEditor(task, command); }
     void operator()(const CreateCommand& command) const { createApp(task, command); }
     void operator()(const EditCommand& command) const { editApp(task, command); }
     void operator()(const MoveCommand& command) const { moveApp(task, command); }

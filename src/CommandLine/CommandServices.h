@@ -59,6 +59,7 @@ struct CommandServices {
     Scheduler& scheduler;
     std::function<CollectionExportService&()> exchange;  ///< made when it is first needed
     std::function<PictureServices()> pictures = {};      ///< made when it is first needed
+    std::function<bool(const QUuid&)> showEditor = {};   ///< false, or absent, where there are no windows
 };
 
 }  // namespace wrapio

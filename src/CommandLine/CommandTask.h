@@ -54,6 +54,7 @@ void endRunningApp(const Task& task, const OpenedApp& opened,
 // The commands, each in the file of its concern.
 void createApp(const Task& task, const CreateCommand& command);
 void editApp(const Task& task, const EditCommand& command);
+void openEditor(const Task& task, const OpenEditorCommand& command);
 void launchApp(const Task& task, const LaunchCommand& command);
 void focusApp(const Task& task, const FocusCommand& command);
 void quitApp(const Task& task, const QuitCommand& command);

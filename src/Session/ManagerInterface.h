@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QStringList>
+#include <QUuid>
 
 namespace wrapio {
 
@@ -21,6 +22,8 @@ public:
     virtual void activate(const QByteArray& token) = 0;
     /// Takes addresses that other software handed over, one by one in this order.
     virtual void open(const QStringList& urls, const QByteArray& token) = 0;
+    /// Shows the editor of an app of the catalogue. False when this interface has none.
+    virtual bool edit(const QUuid& app, const QByteArray& token) = 0;
 };
 
 }  // namespace wrapio

@@ -15,6 +15,7 @@ public:
 
     void start(bool) override {}
     void activate(const QByteArray&) override {}
+    bool edit(const QUuid&, const QByteArray&) override { return false; }
     void open(const QStringList& urls, const QByteArray&) override {
         for (const QString& url : urls)
             m_router.handleIncomingURL(url);

@@ -35,6 +35,8 @@ public:
     /// The menu that the item shows when it is clicked.
     virtual void setMenu(MenuBarMenu& menu) = 0;
     virtual void setVisible(bool isVisible) = 0;
+    /// Tells people something by the item, where they see it.
+    virtual void showMessage(const QString& title, const QString& text) = 0;
 };
 
 class StatusBar {

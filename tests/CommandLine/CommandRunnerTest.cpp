@@ -285,4 +285,21 @@ TEST_F(CommandRunnerTest, prints_help_and_version) {
     EXPECT_TRUE(console.printed.last().startsWith(u"wrapio "_s));
 }
 
+TEST_F(CommandRunnerTest, edit_without_options_shows_the_editor_of_the_app) {
+    std::vector<QUuid> shown;
+    bool hasDisplay = true;
+    showEditor = [&](const QUuid& id) {
+        shown.push_back(id);
+        return hasDisplay;
+    };
+    const AppConfiguration mail = record(u"Mail"_s);
+    storeList({record(u"News"_s), mail});
+    EXPECT_EQ(run({u"edit"_s, u"Mail"_s}), ExitStatus::done);
+    EXPECT_EQ(shown, std::vector<QUuid>({mail.id}));
+    EXPECT_EQ(run({u"edit"_s, u"Unknown"_s}), ExitStatus::noSuchApp);
+    hasDisplay = false;
+    EXPECT_EQ(run({u"edit"_s, u"Mail"_s}), ExitStatus::failed);
+    EXPECT_TRUE(console.notes.last().contains(u"no display"_s));
+}
+
 }  // namespace wrapio

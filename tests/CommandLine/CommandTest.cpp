@@ -86,9 +86,14 @@ TEST(Command, refuses_wrong_usage_in_words) {
           {u"create"_s, u"a.b"_s, u"--theme-color"_s, u"#FFF"_s},
           {u"create"_s, u"a.b"_s, u"--theme-opacity"_s, u"0.05"_s},
           {u"create"_s, u"a.b"_s, u"--theme-opacity"_s, u"nan"_s},
-          {u"create"_s, u"a.b"_s, u"--icon"_s, u"x"_s, u"--no-icon"_s}, {u"edit"_s, u"Mail"_s},
+          {u"create"_s, u"a.b"_s, u"--icon"_s, u"x"_s, u"--no-icon"_s}, {u"edit"_s},
           {u"move"_s, u"Mail"_s, u"0"_s}, {u"move"_s, u"Mail"_s, u"x"_s}, {u"--background"_s, u"x"_s}})
         EXPECT_NE(refusal(arguments), u"accepted"_s) << arguments.join(u' ').toStdString();
+}
+
+TEST(Command, shows_the_editor_when_an_edit_names_nothing_to_change) {
+    EXPECT_EQ(parsed<OpenEditorCommand>({u"edit"_s, u"Mail"_s}).app, u"Mail"_s);
+    EXPECT_EQ(parsed<OpenEditorCommand>({u"edit"_s, u"Mail"_s, u"--verbose"_s}).app, u"Mail"_s);
 }
 
 TEST(Command, reads_the_commands_that_move_the_collection) {

@@ -30,11 +30,13 @@ protected:
     }
 
     /// Runs a command line to its end, letting time pass and the web answer; the exit status.
+    std::function<bool(const QUuid&)> showEditor;
+
     ExitStatus run(const QStringList& arguments) {
         const auto command = parseCommand(arguments);
         EXPECT_TRUE(command) << (command ? "" : command.error().message.toStdString());
         CommandRunner runner({*this, favicons, versions, workspace, files, resources, scheduler, [this]() -> auto& { return exchange; },
-                              [this] { return PictureServices{screen, previews}; }});
+                              [this] { return PictureServices{screen, previews}; }, showEditor});
         std::optional<ExitStatus> status;
         runner.run(*command, console, [&status](ExitStatus ended) {
             EXPECT_FALSE(status) << "a command ended twice";

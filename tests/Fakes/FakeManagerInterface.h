@@ -17,6 +17,12 @@ public:
         log << QStringLiteral("open ") + urls.join(u' ') + u' ' + QString::fromUtf8(token);
     }
 
+    bool edit(const QUuid& app, const QByteArray& token) override {
+        log << QStringLiteral("edit ") + app.toString(QUuid::WithoutBraces) + u' ' + QString::fromUtf8(token);
+        return hasEditor;
+    }
+
+    bool hasEditor = true;
     QStringList log;
 };
 

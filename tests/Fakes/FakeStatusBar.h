@@ -14,6 +14,7 @@ public:
         MenuBarMenu* menu = nullptr;
         bool isVisible = false;
         double length = 0;
+        QStringList messages;
     };
 
     std::unique_ptr<StatusItem> makeStatusItem(double length) override {
@@ -35,6 +36,9 @@ private:
         void setImage(const StatusImage& image) override { m_bar.shown.image = image; }
         void setMenu(MenuBarMenu& menu) override { m_bar.shown.menu = &menu; }
         void setVisible(bool isVisible) override { m_bar.shown.isVisible = isVisible; }
+        void showMessage(const QString& title, const QString& text) override {
+            m_bar.shown.messages << title + u'\n' + text;
+        }
 
     private:
         FakeStatusBar& m_bar;

@@ -166,7 +166,7 @@ class WrongUsage(ProcessTestCase):
             ("create", "a.example", "--theme-opacity", "2"),
             ("create", "a.example", "--theme-opacity", "nan"),
             ("create", "a.example", "--js-at", "later"),
-            ("edit", "X"),
+            ("edit",),
             ("move", "X", "0"),
             ("move", "X", "one"),
             ("list", "surplus"),
@@ -304,7 +304,7 @@ class RunningApps(ProcessTestCase):
         ):
             name = change[1]
             self.succeeds("launch", name)
-            self.assertEqual(len(self.home.running_apps()), 1)
+            self.assertEqual(len(wait_until(self.home.running_apps)), 1)
             self.succeeds(*change)
             self.assertEqual(wait_until(lambda: not self.home.running_apps()), True, change)
 

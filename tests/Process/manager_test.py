@@ -49,7 +49,7 @@ class ARunningManager(ManagerTestCase):
         self.succeeds("rename", "Harbour", "Lighthouse")
         self.succeeds("move", "Lighthouse", "1")
         self.succeeds("launch", "Lighthouse")
-        self.assertEqual(len(self.home.running_apps()), 1)
+        self.assertEqual(len(wait_until(self.home.running_apps)), 1)
         self.succeeds("regenerate", "Lighthouse")
         self.assertEqual(self.home.running_apps(), [])
         self.succeeds("export", str(self.scratch / "a.wrapio"))
@@ -84,7 +84,7 @@ class ARunningManager(ManagerTestCase):
         self.home.environment.update(DISPLAY=":77", XDG_ACTIVATION_TOKEN="token-7")
         self.create("Harbour")
         self.succeeds("launch", "Harbour")
-        found = environment_of(self.home.running_apps()[0])
+        found = environment_of(wait_until(self.home.running_apps)[0])
         self.assertEqual((found[b"DISPLAY"], found[b"XDG_ACTIVATION_TOKEN"]), (b":77", b"token-7"))
         self.assertNotIn(b"WAYLAND_DISPLAY", found)
         self.assertEqual(found[b"HOME"], str(self.home.folder).encode())
@@ -110,7 +110,7 @@ class ARunningManager(ManagerTestCase):
         self.start_manager()
         self.create("Harbour")
         self.succeeds("launch", "Harbour")
-        os.kill(self.home.running_apps()[0], signal.SIGKILL)
+        os.kill(wait_until(self.home.running_apps)[0], signal.SIGKILL)
         self.assertTrue(wait_until(lambda: not self.succeeds("list", "--json").json()[0]["isRunning"]))
 
     def test_works_beside_the_manager_of_another_home_on_the_same_bus(self):

@@ -223,7 +223,7 @@ class Site:
         self.thread.join()
 
 
-def wait_until(holds, seconds=20):
+def wait_until(holds, seconds=60):
     """Looks until `holds` answers something true, and answers that."""
     end = time.monotonic() + seconds
     while time.monotonic() < end:

@@ -6,101 +6,21 @@ import Wrapio.Offline
 import Wrapio.Views
 
 Item {
-    id: root
+    id: view
 
     width: 1024
     height: 768
 
     OfflineDashboard {
-        id: offline
+        id: recorded
 
         fixture: "dozen"
     }
-    Component {
-        id: dashboard
 
-        AppGridDashboard {
-            anchors.fill: parent
-            viewModel: offline.viewModel
-            focus: true
-        }
-    }
-
-    TestCase {
-        id: test
-
-        property AppGridDashboard screen
-
+    DashboardTestCase {
         name: "Dashboard"
-        when: windowShown
-
-        function init() {
-            Appearance.reducedMotion = true;
-        }
-
-        function cleanup() {
-            if (screen)
-                screen.destroy();
-            screen = null;
-            Appearance.textScale = 1;
-            wait(0);
-        }
-
-        function open(fixture) {
-            offline.fixture = fixture;
-            screen = dashboard.createObject(root);
-            waitForRendering(root);
-            return screen;
-        }
-
-        /// Every visible item below `item` for which `holds` is true.
-        function all(item, holds) {
-            let found = [];
-            for (const child of item.children) {
-                if (!child.visible)
-                    continue;
-                if (holds(child))
-                    found.push(child);
-                found = found.concat(all(child, holds));
-            }
-            return found;
-        }
-
-        function texts(item) {
-            return all(item, each => each instanceof Text).map(each => each.text);
-        }
-
-        function control(text) {
-            const found = all(root.Window.contentItem, each => each instanceof PressableButtonStyle && each.text === text)
-                .concat(all(screen.Window.window.contentItem, each => each instanceof PressableButtonStyle && each.text === text));
-            verify(found.length > 0, "a control called " + text);
-            return found[found.length - 1];
-        }
-
-        function grid() {
-            return all(screen, each => each instanceof AppGrid)[0];
-        }
-
-        function card(name) {
-            const view = grid().view;
-            tryVerify(() => view.count === 0 || view.itemAtIndex(0) !== null);
-            for (let index = 0; index < view.count; ++index) {
-                const item = view.itemAtIndex(index);
-                if (item && item.displayName === name)
-                    return item;
-            }
-            fail("no card of " + name);
-        }
-
-        function centerOf(item) {
-            return item.card.mapToItem(root, item.card.width / 2, item.card.height / 2);
-        }
-
-        function focusGrid() {
-            screen.Window.window.requestActivate();
-            tryVerify(() => screen.Window.window.active);
-            grid().view.forceActiveFocus(Qt.TabFocusReason);
-        }
+        root: view
+        offline: recorded
 
         function test_counts_the_apps_in_its_header_data() {
             return [
@@ -312,63 +232,6 @@ Item {
             compare(offline.exports(), 1);
             offline.tellProgress(3, 12);
             verify(texts(screen).includes("3 of 12 apps"));
-        }
-
-        function test_walks_the_cards_by_arrows_and_launches_with_enter() {
-            open("dozen");
-            focusGrid();
-            const view = grid().view;
-            view.currentIndex = 0;
-            keyClick(Qt.Key_Right);
-            compare(view.currentIndex, 1);
-            keyClick(Qt.Key_Down);
-            compare(view.currentIndex, 1 + grid().columns);
-            keyClick(Qt.Key_Home);
-            compare(view.currentIndex, 0);
-            keyClick(Qt.Key_End);
-            compare(view.currentIndex, 11);
-            verify(view.currentItem.card.focused);
-            keyClick(Qt.Key_Home);
-            keyClick(Qt.Key_Return);
-            offline.advance(1.1);
-            compare(offline.running(), ["Mail"]);
-        }
-
-        function test_asks_to_delete_with_the_delete_key() {
-            open("dozen");
-            focusGrid();
-            grid().view.currentIndex = 2;
-            keyClick(Qt.Key_Delete);
-            compare(offline.viewModel.pendingDeleteConfig.displayName, "News");
-            offline.viewModel.cancelDelete();
-        }
-
-        function test_finds_and_creates_by_shortcut() {
-            open("dozen");
-            focusGrid();
-            keyClick(Qt.Key_F, Qt.ControlModifier);
-            verify(all(screen, each => each instanceof SearchField)[0].activeFocus);
-            keyClick(Qt.Key_N, Qt.ControlModifier);
-            verify(offline.viewModel.editor);
-            keyClick(Qt.Key_Escape);
-            tryVerify(() => !offline.viewModel.editor);
-            compare(offline.names().length, 12);
-        }
-
-        function test_moves_a_card_by_keyboard() {
-            open("dozen");
-            focusGrid();
-            grid().view.currentIndex = 0;
-            keyClick(Qt.Key_Right, Qt.AltModifier);
-            compare(offline.names().slice(0, 3), ["Calendar", "Mail", "News"]);
-        }
-
-        function test_tells_assistive_programs_what_a_card_is() {
-            open("running");
-            const item = card("Mail");
-            compare(item.Accessible.name, "Mail");
-            compare(item.Accessible.role, Accessible.Button);
-            compare(item.Accessible.description, "mail.example.com, running");
         }
 
         function test_draws_a_tile_for_an_app_without_an_icon() {

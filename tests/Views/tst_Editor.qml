@@ -41,7 +41,8 @@ Item {
 
         function all(item, holds) {
             let found = [];
-            for (const child of item.children) {
+            for (let index = 0; index < item.children.length; ++index) {
+                const child = item.children[index];
                 if (!child.visible)
                     continue;
                 if (holds(child))

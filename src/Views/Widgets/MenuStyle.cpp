@@ -50,7 +50,7 @@ QColor textColor(const QStyleOptionMenuItem& option, const MenuItem& item, bool 
 
 /// The title, cut off where there is no room, and right after it the dot.
 void drawTitle(const QRect& area, const MenuItem& item, QPainter& painter) {
-    const auto dot = item.styledTitle ? item.styledTitle->dot : std::nullopt;
+    const GreenDot* const dot = item.styledTitle && item.styledTitle->dot ? &*item.styledTitle->dot : nullptr;
     const QFontMetrics metrics = painter.fontMetrics();
     const int room = area.width() - (dot ? dot->width + metrics.horizontalAdvance(u"  "_s) : 0);
     const QString title = metrics.elidedText(QString(item.title).simplified(), Qt::ElideRight, room);

@@ -48,6 +48,11 @@ void TrayStatusItem::setVisible(bool isVisible) {
     appear();
 }
 
+void TrayStatusItem::showMessage(const QString& title, const QString& text) {
+    if (m_tray)
+        m_tray->showMessage(title, text, m_icon);
+}
+
 /// The toolkit decides once and for all how it shows items; so it is asked only when there is somebody to show them.
 void TrayStatusItem::appear() {
     if (!m_tray && m_isVisible && hasButton() && m_hosts.isPresent()) {

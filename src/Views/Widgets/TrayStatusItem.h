@@ -25,6 +25,7 @@ public:
     void setImage(const StatusImage& image) override;
     void setMenu(MenuBarMenu& menu) override;
     void setVisible(bool isVisible) override;
+    void showMessage(const QString& title, const QString& text) override;
 
 private:
     void appear();
