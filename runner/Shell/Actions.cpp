@@ -37,7 +37,7 @@ constexpr std::array<Command, 21> commands{{
     {"win.full-screen", "View", "Full screen", {"F11"}},
     {"win.permissions", "App", "Permissions", {"<Control><Shift>p"}},
     {"win.clear-data", "App", "Clear data", {"<Control><Shift>Delete"}},
-    {"win.show-help-overlay", "App", "Keyboard shortcuts", {"<Control>question", "<Control>F1"}},
+    {"win.shortcuts", "App", "Keyboard shortcuts", {"<Control>question", "<Control>F1"}},
     {"window.close", "App", "Close", {"<Control>w"}},
     {"app.quit", "App", "Quit", {"<Control>q"}},
     {"win.inspect", "Developer", "Inspect page", {"F12", "<Control><Shift>i"}, true},
@@ -97,10 +97,16 @@ void bindKeys(GtkApplication* application, bool isDevMode) {
 }
 
 void addShortcutsWindow(GtkApplicationWindow* window, bool isDevMode) {
-    const std::string xml = shortcutsXml(isDevMode);
-    const ObjectPtr<GtkBuilder> builder(gtk_builder_new_from_string(xml.c_str(), -1));
-    auto* help = GTK_SHORTCUTS_WINDOW(gtk_builder_get_object(builder.get(), "window"));
-    gtk_application_window_set_help_overlay(window, help);
+    // It holds a hundred widgets that most people never look at, so it is made when it is asked for.
+    addAction(G_ACTION_MAP(window), "shortcuts", [window, isDevMode] {
+        if (gtk_application_window_get_help_overlay(window) == nullptr) {
+            const std::string xml = shortcutsXml(isDevMode);
+            const ObjectPtr<GtkBuilder> builder(gtk_builder_new_from_string(xml.c_str(), -1));
+            gtk_application_window_set_help_overlay(
+                window, GTK_SHORTCUTS_WINDOW(gtk_builder_get_object(builder.get(), "window")));
+        }
+        gtk_window_present(GTK_WINDOW(gtk_application_window_get_help_overlay(window)));
+    });
 }
 
 }  // namespace wrapio

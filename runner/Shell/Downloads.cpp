@@ -4,6 +4,7 @@
 #include "RunnerCore/DownloadName.h"
 #include "Shell/GObjects.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace wrapio {
@@ -12,6 +13,8 @@ namespace {
 
 constexpr int mostNumbers = 10'000;
 constexpr std::size_t longestReason = 120;
+constexpr std::size_t mostRows = 4;  // of which those that are on their way always stay
+constexpr int largestHeight = 160;   // pixels
 
 std::string downloadFolder() {
     const char* folder = g_get_user_special_dir(G_USER_DIRECTORY_DOWNLOAD);
@@ -24,6 +27,18 @@ GtkLabel* makeLabel() {
     gtk_label_set_xalign(label, 0.0F);
     gtk_widget_set_hexpand(GTK_WIDGET(label), TRUE);
     return label;
+}
+
+/// However much a page downloads, most of the window stays its own.
+GtkWidget* makeArea(GtkWidget* rows) {
+    GtkWidget* area = gtk_scrolled_window_new();
+    auto* scrolled = GTK_SCROLLED_WINDOW(area);
+    gtk_scrolled_window_set_policy(scrolled, GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
+    gtk_scrolled_window_set_propagate_natural_height(scrolled, TRUE);
+    gtk_scrolled_window_set_max_content_height(scrolled, largestHeight);
+    gtk_scrolled_window_set_child(scrolled, rows);
+    gtk_widget_set_visible(area, FALSE);
+    return area;
 }
 
 }  // namespace
@@ -74,7 +89,8 @@ struct Downloads::Row {
 Downloads::Downloads(WebKitNetworkSession* session, FolderOpener openFolder)
     : m_session(session)
     , m_openFolder(std::move(openFolder))
-    , m_box(gtk_box_new(GTK_ORIENTATION_VERTICAL, 0)) {
+    , m_box(gtk_box_new(GTK_ORIENTATION_VERTICAL, 0))
+    , m_area(makeArea(m_box)) {
     connect(
         session, "download-started",
         [](WebKitNetworkSession*, WebKitDownload* download, Downloads* self) { self->start(download); }, this);
@@ -91,18 +107,29 @@ Downloads::~Downloads() {
 void Downloads::start(WebKitDownload* download) {
     g_object_ref(download);
     auto* row = new Row{.owner = this, .download = ObjectPtr<WebKitDownload>(download), .path = {}};
-    m_rows.insert(row);
+    forgetOldest();
+    m_rows.push_back(row);
     row->build();
     gtk_box_append(GTK_BOX(m_box), row->widget);
+    gtk_widget_set_visible(m_area, TRUE);
     g_signal_connect(download, "decide-destination", G_CALLBACK(&Downloads::decideDestination), row);
     g_signal_connect(download, "finished", G_CALLBACK(&Downloads::finished), row);
     g_signal_connect(download, "failed", G_CALLBACK(&Downloads::failed), row);
 }
 
+void Downloads::forgetOldest() {
+    if (m_rows.size() < mostRows)
+        return;
+    const auto oldest = std::find_if(m_rows.begin(), m_rows.end(), [](const Row* row) { return row->isOver; });
+    if (oldest != m_rows.end())
+        remove(*oldest);
+}
+
 void Downloads::remove(Row* row) {
     g_signal_handlers_disconnect_by_data(row->download.get(), row);
-    m_rows.erase(row);
+    std::erase(m_rows, row);
     gtk_box_remove(GTK_BOX(m_box), row->widget);
+    gtk_widget_set_visible(m_area, m_rows.empty() ? FALSE : TRUE);
     delete row;
 }
 

@@ -7,6 +7,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace wrapio {
 
@@ -21,13 +22,14 @@ public:
     Downloads(const Downloads&) = delete;
     Downloads& operator=(const Downloads&) = delete;
 
-    [[nodiscard]] GtkWidget* widget() const { return m_box; }
+    [[nodiscard]] GtkWidget* widget() const { return m_area; }
 
 private:
     struct Row;
 
     void start(WebKitDownload* download);
     [[nodiscard]] std::string freePath(const char* suggested);
+    void forgetOldest();
     void remove(Row* row);
 
     static gboolean decideDestination(WebKitDownload* download, const char* suggested, Row* row);
@@ -37,8 +39,9 @@ private:
     WebKitNetworkSession* m_session;
     FolderOpener m_openFolder;
     GtkWidget* m_box;
+    GtkWidget* m_area;
     std::set<std::string> m_reserved;  ///< paths of downloads that are on their way
-    std::set<Row*> m_rows;
+    std::vector<Row*> m_rows;          ///< the oldest one first
 };
 
 }  // namespace wrapio

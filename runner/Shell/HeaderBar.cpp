@@ -51,7 +51,7 @@ ObjectPtr<GMenu> makeMenu(bool isDevMode) {
                             {"Clear Data…", "win.clear-data"}});
     if (isDevMode)
         addSection(menu.get(), {{"Inspect Page", "win.inspect"}, {"Reload without the Cache", "win.hard-reload"}});
-    addSection(menu.get(), {{"Keyboard Shortcuts", "win.show-help-overlay"}, {"Quit", "app.quit"}});
+    addSection(menu.get(), {{"Keyboard Shortcuts", "win.shortcuts"}, {"Quit", "app.quit"}});
     return menu;
 }
 

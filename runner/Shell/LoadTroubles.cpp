@@ -37,6 +37,13 @@ TlsFaults faultsOf(GTlsCertificate* certificate, GTlsCertificateFlags flags) {
         isSelfSigned(certificate)};
 }
 
+/// True when `address` was asked for, but the page before it stopped working first: it is not in the history yet.
+bool isOnItsWay(WebKitWebView* view, const std::string& address) {
+    WebKitBackForwardListItem* shown =
+        webkit_back_forward_list_get_current_item(webkit_web_view_get_back_forward_list(view));
+    return shown != nullptr && orEmpty(webkit_back_forward_list_item_get_uri(shown)) != address;
+}
+
 }  // namespace
 
 LoadTroubles::LoadTroubles(PageArea& page, bool isDevMode)
@@ -115,7 +122,11 @@ void LoadTroubles::askForTrust(const std::string& host, GTlsCertificate* certifi
 
 void LoadTroubles::processEnded() {
     const std::string address = orEmpty(webkit_web_view_get_uri(m_view));
-    if (m_crashes.allow(std::chrono::steady_clock::now())) {
+    const auto now = std::chrono::steady_clock::now();
+    // The engine would go back to the page before, for which nobody has asked.
+    if (isOnItsWay(m_view, address) && m_lostRequests.allow(now))
+        return webkit_web_view_load_uri(m_view, address.c_str());
+    if (m_crashes.allow(now)) {
         reportLine("“" + displayText(address, 200) + "” stopped working and is loaded again");
         return webkit_web_view_reload(m_view);
     }

@@ -48,7 +48,8 @@ private:
     bool m_hasShownPage = false;
     std::string m_failedAddress;  ///< what a retry loads; empty while a page is shown
     RecoveryProbe m_probe;
-    RateLimiter m_crashes{2, std::chrono::seconds(60)};
+    RateLimiter m_crashes{2, std::chrono::minutes(10)};
+    RateLimiter m_lostRequests{10, std::chrono::minutes(10)};
 };
 
 }  // namespace wrapio

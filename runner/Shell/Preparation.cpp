@@ -32,6 +32,8 @@ bool hasRenderNode() {
 void prepareProcess(const std::string& desktopId, const std::string& name) {
     g_set_prgname(desktopId.c_str());
     g_set_application_name(name.c_str());
+    // The engine would show pages without its sandbox when the environment says so.
+    g_unsetenv("WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS");
     if (hasRenderNode())
         return;
     for (Variable& variable : softwareDrawing) {

@@ -42,10 +42,10 @@ ALLOWED = {
 
 # Headers of the system and of libraries that only some places may know.
 RESERVED = {
-    r"xcb/|X11/": ("src/Platform/Linux/", "tests/"),
+    r"xcb/|X11/": ("src/Platform/Linux/", "tests/", "benchmarks/"),
     r"Q?DBus|QtDBus": ("src/Platform/Linux/", "tests/"),
     r"sqlite3|nettle/pbkdf2|nettle/cbc": ("runner/BrowserSessions/", "tests/"),
-    r"gio/|gtk/|webkit/|glib": ("runner/", "tests/Runner/", "tests/Desktop/"),
+    r"gio/|gtk/|webkit/|glib": ("runner/", "tests/Runner/", "tests/Desktop/", "benchmarks/"),
     r"archive(_entry)?\.h": ("src/Platform/Linux/", "tests/"),
     r"plist/": ("src/Platform/Linux/", "src/Platform/PropertyList.cpp", "runner/", "tests/"),
     r"libdeflate": ("src/Platform/PngEncoder.cpp", "src/Platform/Linux/", "tests/"),

@@ -37,6 +37,7 @@ class Site:
     def __init__(self, port=0, context=None):
         self.pages = {}
         self.guards = {}
+        self.held = {}
         self.requests = []
         site = self
 
@@ -56,7 +57,11 @@ class Site:
                     self.send_header(key, value)
                 self.send_header("Content-Length", str(len(data)))
                 self.end_headers()
-                self.wfile.write(data)
+                self.wfile.write(data[:len(data) // 2])
+                if self.path in site.held:
+                    self.wfile.flush()
+                    site.held[self.path].wait(PATIENCE)
+                self.wfile.write(data[len(data) // 2:])
 
             def log_message(self, *_):
                 pass
@@ -78,6 +83,10 @@ class Site:
         """Asks for a password before the page at `path` is given."""
         self.guards[path] = authorization
 
+    def hold(self, path):
+        """Gives only half of the page at `path` until what is returned here is set."""
+        return self.held.setdefault(path, threading.Event())
+
     def address(self, path="/", host="127.0.0.1"):
         return f"http://{host}:{self.port}{path}"
 
@@ -85,6 +94,8 @@ class Site:
         return [request for request in self.requests if request[1] == path]
 
     def close(self):
+        for event in self.held.values():
+            event.set()
         for server in self.servers:
             server.shutdown()
             server.server_close()
@@ -195,10 +206,10 @@ class Desktop:
         """The addresses that the default browser was given."""
         return self.opened_file.read_text().split() if self.opened_file.exists() else []
 
-    def start(self, command, pass_fds=(), environment=None, capture=False):
+    def start(self, command, pass_fds=(), environment=None, capture=False, stdin=subprocess.DEVNULL):
         stream = subprocess.PIPE if capture else subprocess.DEVNULL
         process = subprocess.Popen([str(part) for part in command], env={**self.environment, **(environment or {})},
-                                   stdin=subprocess.DEVNULL, stdout=stream, stderr=stream, pass_fds=pass_fds,
+                                   stdin=stdin, stdout=stream, stderr=stream, pass_fds=pass_fds,
                                    start_new_session=True)
         self.processes.append(process)
         return process

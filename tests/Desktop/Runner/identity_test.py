@@ -38,6 +38,18 @@ class Identity(RunnerCase):
         app.start()
         wait_for(lambda: any(headers.get("Cookie") == "kept=yes" for _, _, headers in self.site.requests), "the cookie")
 
+    def test_sign_in_survives_that_the_app_is_renamed_and_made_anew(self):
+        self.site.page("/", GREEN_PAGE, {"Set-Cookie": "kept=yes; Max-Age=86400"})
+        app = self.app().start()
+        app.wait_for_pixel(GREEN)
+        self.assertEqual(app.quit(), 0)
+        self.site.requests.clear()
+        self.site.page("/", GREEN_PAGE)
+        renamed = self.app(record=app.record).start()
+        self.assertNotEqual(renamed.identifier, app.identifier)
+        request = wait_for(lambda: self.site.seen("/"), "the page")[0]
+        self.assertEqual(request[2].get("Cookie"), "kept=yes")
+
     def test_sign_in_of_the_session_survives_a_restart_and_is_private(self):
         self.site.page("/", GREEN_PAGE, {"Set-Cookie": "session=a%09b; HttpOnly; SameSite=Lax"})
         app = self.app().start()

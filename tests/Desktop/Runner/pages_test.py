@@ -7,6 +7,8 @@ from runner_case import GREEN, GREEN_PAGE, RED, WHITE, RunnerCase, coloured, mai
 BUTTON_PAGE = ("<!doctype html><title>Button</title><body style='background:#00c000'>"
                "<script>onclick = () => {{ {0} }}</script>")
 
+BLUE_OF_PROGRESS = (53, 132, 228)
+
 
 class Pages(RunnerCase):
     def page_that_does(self, script, config=None):
@@ -100,6 +102,47 @@ class Pages(RunnerCase):
         wait_for(lambda: self.downloads() == {"letter.txt": "content", "letter (2).txt": "other"}, "the second file")
         self.keep_picture(app, "downloads")
         app.wait_for_pixel(GREEN, dx=0.5, dy=0.5)
+
+    def start_large_download(self):
+        """A download that has come half of the way, and what lets it go on."""
+        self.clear_downloads()
+        self.site.page("/file", "x" * 1_000_000, {"Content-Disposition": "attachment; filename=large.txt"})
+        rest = self.site.hold("/file")
+        app = self.page_that_does("location = '/file'")
+        x, y, width, height = self.desktop.geometry(app.window())
+
+        def shows_progress():
+            picture = self.desktop.screen()
+            return any(picture.near(px, y + height - 28 + dy, BLUE_OF_PROGRESS, 12)
+                       for px in range(x, x + width, 4) for dy in range(-8, 9, 2))
+
+        wait_for(shows_progress, "the progress")
+        return app, rest
+
+    def test_download_shows_its_progress(self):
+        app, rest = self.start_large_download()
+        self.keep_picture(app, "half")
+        self.assertEqual([len(text) for text in self.downloads().values() if len(text) == 1_000_000], [])
+        rest.set()
+        wait_for(lambda: len(self.downloads().get("large.txt", "")) == 1_000_000, "the file")
+
+    def test_download_can_be_cancelled_and_leaves_nothing(self):
+        app, _ = self.start_large_download()
+        x, y, width, height = self.desktop.geometry(app.window())
+        self.desktop.click(x + width - 45, y + height - 28)
+        wait_for(lambda: self.downloads() == {}, "the part to go")
+        self.keep_picture(app, "cancelled")
+
+    def test_many_downloads_leave_the_window_to_the_page(self):
+        self.clear_downloads()
+        self.site.page("/file", "x", {"Content-Disposition": "attachment; filename=note.txt"})
+        app = self.page_that_does("location = '/file'")
+        for number in range(1, 13):
+            wait_for(lambda: len(self.downloads()) == number, "the file")
+            app.click()
+        wait_for(lambda: len(self.downloads()) == 13, "the last file")
+        self.keep_picture(app, "many")
+        app.wait_for_pixel(GREEN, dx=0.5, dy=0.75)
 
     def test_download_cannot_choose_its_folder(self):
         self.clear_downloads()

@@ -23,6 +23,20 @@ class Settings(RunnerCase):
         app = self.app({"customCSS": "body { background: #c00000 }"}).start()
         app.wait_for_pixel(RED)
 
+    def test_custom_style_wins_over_a_rule_of_the_page_that_is_as_specific(self):
+        self.site.page("/", GREEN_PAGE + "<style>body.a { background: #00c000 } p { color: green }</style><p>x")
+        app = self.app({"customCSS": "body, html body[style] { background: #c00000 !important }"}).start()
+        app.wait_for_pixel(RED)
+        self.site.page("/", "<!doctype html><body><script>onload = () => { const s = document.createElement('style');"
+                            "s.textContent = 'body { background: #00c000 }'; document.head.append(s) }</script>")
+        app = self.app({"customCSS": "body { background: #c00000 }"}).start()
+        app.wait_for_pixel(RED)
+
+    def test_custom_script_runs_under_a_strict_content_policy(self):
+        self.site.page("/", GREEN_PAGE, {"Content-Security-Policy": "default-src 'none'; style-src 'unsafe-inline'"})
+        app = self.app({"customJS": "document.body.style.background = '#0000c0'"}).start()
+        app.wait_for_pixel(BLUE)
+
     def test_script_at_the_end_still_hears_that_the_document_is_ready(self):
         app = self.app({"customJS": "document.addEventListener('DOMContentLoaded', "
                                     "() => { document.body.style.background = '#0000c0' })"}).start()

@@ -50,6 +50,10 @@ class Window(RunnerCase):
         app.start()
         wait_for(lambda: self.seen_number("/first-") and abs(int(self.seen_number("/first-")) * 1.1 - first) < 4,
                  "the remembered zoom")
+        app.key("ctrl+minus")
+        wait_for(lambda: self.seen_number("/wide-") == str(first), "smaller again")
+        app.key("ctrl+minus")
+        wait_for(lambda: int(self.seen_number("/wide-")) > first, "smaller than usual")
         app.key("ctrl+0")
         wait_for(lambda: self.seen_number("/wide-") == str(first), "the usual size")
 
