@@ -17,6 +17,9 @@ FocusScope {
     readonly property bool isEmpty: viewModel.appCount === 0
     readonly property real pageWidth: width - 2 * Metrics.page
 
+    /// The site of an app is to be shown.
+    signal websiteRequested(string appId)
+
     onVisibleChanged: appear()
     Component.onCompleted: appear()
     Accessible.role: Accessible.Pane
@@ -59,6 +62,7 @@ FocusScope {
         roomForRows: root.pageWidth
         viewModel: root.viewModel
         onConfigureRequested: (appId, section) => root.configure(appId, section)
+        onWebsiteRequested: appId => root.websiteRequested(appId)
     }
     Text {
         anchors.centerIn: grid

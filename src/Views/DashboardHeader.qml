@@ -10,7 +10,7 @@ Item {
     required property DashboardViewModel viewModel
     readonly property var progress: viewModel.isUpdatingAll ? viewModel.updateProgress : viewModel.exchangeProgress
     /// The actions stand below the title where both do not fit side by side.
-    readonly property bool isStacked: titles.implicitWidth + actions.implicitWidth + Metrics.huge > width
+    readonly property bool isStacked: Math.max(heading.implicitWidth, counts.inOneLine) + actions.implicitWidth + Metrics.huge > width
 
     signal createRequested
     /// The person goes from the search to what it has found.
@@ -29,28 +29,36 @@ Item {
         spacing: Metrics.tiny
 
         Text {
+            id: heading
+
             text: qsTr("App Inventory")
             font: Typography.display
             color: Colors.textPrimary
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
-        Row {
+        Flow {
             id: counts
 
-            height: Math.max(Metrics.compactHeight, count.implicitHeight)
+            readonly property real inOneLine: count.implicitWidth + (updates.visible ? spacing + updates.implicitWidth : 0) + (working.visible ? spacing + working.implicitWidth : 0)
+
+            // Text at twice its size goes on in the next line.
+            width: Math.min(inOneLine, root.width)
             spacing: Metrics.small
 
             Text {
                 id: count
 
-                anchors.verticalCenter: parent.verticalCenter
+                height: Metrics.compactHeight
+                verticalAlignment: Text.AlignVCenter
                 text: root.viewModel.appCount + qsTr(" standalone apps configured")
                 font: Typography.label
                 color: Colors.textSecondary
             }
             Row {
-                height: parent.height
+                id: updates
+
+                height: Metrics.compactHeight
                 spacing: Metrics.tiny
                 visible: root.viewModel.outdatedCount > 0 && !root.progress
 
@@ -76,7 +84,9 @@ Item {
                 }
             }
             Row {
-                height: parent.height
+                id: working
+
+                height: Metrics.compactHeight
                 spacing: Metrics.small
                 visible: root.progress !== undefined && root.progress !== null
 

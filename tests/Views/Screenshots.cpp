@@ -75,8 +75,8 @@ void point(const Scene& scene, int card) {
 void openMenu(const Scene& scene) {
     QQuickItem* const grid = scene.find("AppGrid_");
     QQuickItem* const card = scene.find("AppGridItem", 1);
-    QMetaObject::invokeMethod(grid, "openMenu", Q_ARG(QVariant, QVariant::fromValue(card)), Q_ARG(double, 90.0),
-                              Q_ARG(double, 80.0));
+    QMetaObject::invokeMethod(grid->property("menu").value<QObject*>(), "openFor",
+                              Q_ARG(QVariant, QVariant::fromValue(card)), Q_ARG(double, 90.0), Q_ARG(double, 80.0));
 }
 
 void edit(const Scene& scene, double scrolled) {
