@@ -81,7 +81,7 @@ tl::expected<Catalogue, CatalogueBusy> LazyCatalogue::openForChanges() {
     while (!locked) {
         if (callLocalSocket(m_platform.directories.configuration))
             return tl::unexpected(CatalogueBusy{locked.error().reason, true});
-        if (steady_clock::now() >= end)
+        if (locked.error().isHopeless || steady_clock::now() >= end)
             return tl::unexpected(locked.error());
         locked = m_platform.lock.acquire(lookInterval);
     }

@@ -15,10 +15,8 @@ std::string displayText(std::string_view text, std::size_t limit) {
             c = U' ';
         if (!c || isControl(*c))
             continue;
-        if (length == limit) {
-            clean += "…";
-            return clean;
-        }
+        if (length == limit)
+            return std::string(trimmed(clean)) + "…";
         appendCodePoint(clean, *c);
         ++length;
     }

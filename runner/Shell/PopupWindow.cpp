@@ -21,9 +21,16 @@ int sideOf(int wanted, int usual) {
 
 }  // namespace
 
-PopupWindow::PopupWindow(GtkWindow* parent, ObjectPtr<WebKitWebView> view, const NavigationPolicy& policy,
-                         bool isDevMode, Hooks hooks)
-    : m_view(std::move(view))
+WindowSize sizeOfWindow(WebKitWebView* view) {
+    WindowSize size;
+    gtk_window_get_default_size(GTK_WINDOW(gtk_widget_get_root(GTK_WIDGET(view))), &size.width, &size.height);
+    return size;
+}
+
+PopupWindow::PopupWindow(GtkWindow* parent, WindowSize openerSize, ObjectPtr<WebKitWebView> view,
+                         const NavigationPolicy& policy, bool isDevMode, Hooks hooks)
+    : m_openerSize(openerSize)
+    , m_view(std::move(view))
     , m_hooks(std::move(hooks))
     , m_page(m_view.get())
     , m_guard(
@@ -80,10 +87,8 @@ void PopupWindow::readyToShow() {
     GdkRectangle size{};
     webkit_window_properties_get_geometry(wishes, &size);
     gtk_window_set_default_size(m_window, sideOf(size.width, usualWidth), sideOf(size.height, usualHeight));
-    const bool isSmall = size.width > 0 || size.height > 0 ||
-                         webkit_window_properties_get_toolbar_visible(wishes) == FALSE ||
-                         webkit_window_properties_get_locationbar_visible(wishes) == FALSE;
-    if (!isSmall)
+    // Without a wish for a size the engine reports the opener's; the bars that it reports as shown tell nothing.
+    if (size.width == m_openerSize.width && size.height == m_openerSize.height)
         return;
     m_guard.openToEverySite();
     gtk_window_present(m_window);

@@ -12,6 +12,14 @@
 
 namespace wrapio {
 
+struct WindowSize {
+    int width = 0;
+    int height = 0;
+};
+
+/// The size of the window that shows `view`, as the engine reports it to pages.
+[[nodiscard]] WindowSize sizeOfWindow(WebKitWebView* view);
+
 /// Shown once it is known to be wanted. A small window (a script asked for a size) may show any site, and always says
 /// which; any other window follows the rules of the app's own. Lives on the main thread, no longer than its parent.
 class PopupWindow {
@@ -22,8 +30,8 @@ public:
         std::function<void()> onGone;  ///< the window is to be deleted, but not before the call has returned
     };
 
-    PopupWindow(GtkWindow* parent, ObjectPtr<WebKitWebView> view, const NavigationPolicy& policy, bool isDevMode,
-                Hooks hooks);
+    PopupWindow(GtkWindow* parent, WindowSize openerSize, ObjectPtr<WebKitWebView> view, const NavigationPolicy& policy,
+                bool isDevMode, Hooks hooks);
     ~PopupWindow();
     PopupWindow(const PopupWindow&) = delete;
     PopupWindow& operator=(const PopupWindow&) = delete;
@@ -36,6 +44,7 @@ private:
     void readyToShow();
     void updateTitle();
 
+    WindowSize m_openerSize;
     ObjectPtr<WebKitWebView> m_view;
     Hooks m_hooks;
     PageArea m_page;

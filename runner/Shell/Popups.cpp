@@ -43,7 +43,8 @@ WebKitWebView* Popups::open(WebKitWebView* opener, const NavigationPolicy& polic
             },
             new Removal{this, place}, [](gpointer data) { delete static_cast<Removal*>(data); });
     };
-    *place = std::make_unique<PopupWindow>(m_parent, std::move(view), policy, m_isDevMode, std::move(hooks));
+    *place = std::make_unique<PopupWindow>(m_parent, sizeOfWindow(opener), std::move(view), policy, m_isDevMode,
+                                           std::move(hooks));
     return shown;
 }
 

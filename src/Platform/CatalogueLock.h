@@ -7,10 +7,11 @@
 
 namespace wrapio {
 
-/// Another process holds the catalogue.
+/// Another process holds the catalogue, or nobody can.
 struct CatalogueBusy {
     QString reason;
-    bool byManager = false;  ///< a manager holds it, which carries commands out for others
+    bool byManager = false;   ///< a manager holds it, which carries commands out for others
+    bool isHopeless = false;  ///< nobody holds it: it cannot be locked, however long one waits
     [[nodiscard]] const QString& description() const { return reason; }
 };
 
@@ -22,7 +23,7 @@ public:
     CatalogueLock(const CatalogueLock&) = delete;
     CatalogueLock& operator=(const CatalogueLock&) = delete;
 
-    /// Waits up to `seconds` for the lock. It is given back when this goes away or the process ends, however it ends.
+    /// Waits up to `seconds` for the lock while another process holds it. It is given back when this goes away or the process ends, however it ends.
     [[nodiscard]] virtual tl::expected<void, CatalogueBusy> acquire(double seconds) = 0;
 };
 

@@ -29,7 +29,7 @@ void ManagerClaim::look() {
     const auto held = m_lock.acquire(0);
     if (held)
         m_outcome.becomesManager();
-    else if (m_scheduler.now().secondsSinceReference >= m_deadline)
+    else if (held.error().isHopeless || m_scheduler.now().secondsSinceReference >= m_deadline)
         m_outcome.fails(held.error());
     else
         m_next = m_scheduler.after(lookInterval, [this] { look(); });

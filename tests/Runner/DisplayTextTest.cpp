@@ -24,5 +24,10 @@ TEST(DisplayText, LongTextIsCutByCharactersNotBytes) {
     EXPECT_EQ(displayText("äöü", 3), "äöü");
 }
 
+TEST(DisplayText, TextThatIsCutHasNoWhiteSpaceAtItsEndsEither) {
+    EXPECT_EQ(displayText("\xff abcdef", 4), "abc…");
+    EXPECT_EQ(displayText("abc  def", 4), "abc…");
+}
+
 }  // namespace
 }  // namespace wrapio

@@ -17,10 +17,11 @@ public:
     tl::expected<void, CatalogueBusy> acquire(double seconds) override {
         patience.push_back(seconds);
         if (isHeldElsewhere)
-            return tl::unexpected(CatalogueBusy{u"busy"_s});
+            return tl::unexpected(CatalogueBusy{.reason = u"busy"_s, .isHopeless = isHopeless});
         return {};
     }
     bool isHeldElsewhere = false;
+    bool isHopeless = false;
     std::vector<double> patience;
 };
 
@@ -73,6 +74,12 @@ TEST_F(ManagerClaimTest, a_manager_that_came_first_answers_as_soon_as_it_can) {
     startAnotherManager();
     scheduler.advance(0.05);
     EXPECT_EQ(outcomes, QStringList(u"answered"_s));
+}
+
+TEST_F(ManagerClaimTest, a_catalogue_that_cannot_be_locked_at_all_is_not_waited_for) {
+    lock.isHeldElsewhere = lock.isHopeless = true;
+    start();
+    EXPECT_EQ(outcomes, QStringList(u"busy"_s));
 }
 
 TEST_F(ManagerClaimTest, waiting_neither_blocks_nor_lasts_for_ever) {

@@ -23,7 +23,7 @@ constexpr std::chrono::duration<double> firstPause{0.002};
 constexpr std::chrono::duration<double> longestPause{0.1};
 
 CatalogueBusy unusable(const FileError& error) {
-    return {u"The catalogue cannot be locked: %1"_s.arg(error.description())};
+    return {.reason = u"The catalogue cannot be locked: %1"_s.arg(error.description()), .isHopeless = true};
 }
 
 FileError lockError(const QByteArray& path, int code) {

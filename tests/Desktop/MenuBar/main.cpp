@@ -1,20 +1,10 @@
-// wrapio-menu-bar: the status item with its menu and previews, without the rest of the program. Over the catalogue of
-// HOME, or with --offline over a recorded one that touches nothing.
+// wrapio-menu-bar: the status item with its menu and previews over a recorded catalogue, without the rest of the program.
 #include "AppDelegate.h"
 #include "Fakes/FakeScreenCapture.h"
-#include "Fakes/FakeUserDefaults.h"
 #include "Offline/OfflineFixture.h"
-#include "Platform/Darwin/ProcessToolRunner.h"
-#include "Platform/Linux/DesktopRegistration.h"
-#include "Platform/Linux/FileDefaults.h"
-#include "Platform/Linux/LinuxDirectories.h"
 #include "Platform/Linux/LinuxModifierKeys.h"
 #include "Platform/Linux/LinuxResources.h"
-#include "Platform/Linux/LinuxScreenCapture.h"
 #include "Platform/Linux/LinuxStatusHosts.h"
-#include "Platform/Linux/LinuxToolRunner.h"
-#include "Platform/Linux/LinuxWorkspace.h"
-#include "Platform/Linux/QtHttpClient.h"
 #include "Platform/Linux/QtScheduler.h"
 #include "Platform/Linux/X11Windows.h"
 #include "Views/Widgets/PreviewPanelWidget.h"
@@ -34,46 +24,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The catalogue of HOME and what stands on it, as the program has it.
-class RealApps {
-public:
-    RealApps(const Directories& folders, Scheduler& scheduler, const Resources& resources)
-        : m_directories(folders)
-        , m_workspace(folders, scheduler, [](const QString&) { return std::nullopt; })
-        , m_versions(resources, files)
-        , m_generator(m_tools, files, resources, m_favicons, m_icons, m_launchServices, m_versions)
-        , m_store(m_defaults, files, m_launchServices, m_previews, scheduler, folders)
-        , m_lifecycle(m_store, m_generator, m_versions, m_workspace, files, scheduler, folders)
-        , m_screen(RunnerSnapshot::runtimeFolderOfSession(), scheduler) {}
-
-    [[nodiscard]] ConfigurationManager& store() { return m_store; }
-    [[nodiscard]] AppLifecycleManager& lifecycle() { return m_lifecycle; }
-    [[nodiscard]] Workspace& workspace() { return m_workspace; }
-    [[nodiscard]] ScreenCapture& screen() { return m_screen; }
-    [[nodiscard]] PreviewCacheManager& previews() { return m_previews; }
-
-    LinuxFileSystem files;
-
-private:
-    Directories m_directories;
-    FileDefaults m_defaults{m_directories.configuration};
-    ProcessToolRunner m_processes;
-    DesktopRegistration m_registration{*m_directories.applicationSupport, LinuxResources::thisExecutable(),
-                                       m_processes};
-    LinuxToolRunner m_tools{m_registration};
-    LinuxWorkspace m_workspace;
-    QtHttpClient m_http;
-    LaunchServicesManager m_launchServices{m_tools, files, m_workspace, m_directories};
-    PreviewCacheManager m_previews{files, m_directories};
-    FaviconService m_favicons{m_http, files, m_directories};
-    IconService m_icons{m_tools, files};
-    VersionManager m_versions;
-    BundleGenerator m_generator;
-    ConfigurationManager m_store;
-    AppLifecycleManager m_lifecycle;
-    LinuxScreenCapture m_screen;
-};
-
 /// What is drawn, over any apps.
 class MenuBar {
 public:
@@ -91,7 +41,6 @@ public:
                       }}) {}
 
     void start() { m_delegate.applicationDidFinishLaunching(); }
-    [[nodiscard]] PreviewWindowController& preview() { return m_preview; }
 
 private:
     LinuxStatusHosts m_hosts;
@@ -107,24 +56,6 @@ private:
     std::unique_ptr<MenuBarController> m_controller;
     AppDelegate m_delegate;
 };
-
-int runReal(const QCommandLineParser& parser) {
-    const auto directories = linuxDirectories();
-    if (!directories)
-        return 1;
-    QtScheduler scheduler;
-    const LinuxResources resources(parser.value(u"share"_s));
-    RealApps apps(*directories, scheduler, resources);
-    MenuBar bar(resources, scheduler, apps.store(), apps.lifecycle(), apps.workspace(), apps.screen(), apps.previews(),
-                apps.files);
-    bar.start();
-    // Without a display's keys or pointer: the preview of one app, for as long as the program runs.
-    for (const AppConfiguration& config : apps.store().configurations()) {
-        if (config.displayName() == parser.value(u"preview"_s))
-            scheduler.async([&bar, config] { bar.preview().showPreview(config); });
-    }
-    return QCoreApplication::exec();
-}
 
 int runOffline(const QCommandLineParser& parser) {
     QtScheduler scheduler;
@@ -147,10 +78,9 @@ int run() {
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOption({u"share"_s, u"Where the program's pictures and its template are."_s, u"folder"_s});
-    parser.addOption({u"offline"_s, u"Use a recorded catalogue."_s, u"fixture"_s});
-    parser.addOption({u"preview"_s, u"Show the preview of an app at once."_s, u"name"_s});
+    parser.addOption({u"offline"_s, u"The recorded catalogue."_s, u"fixture"_s, u"dozen"_s});
     parser.process(*QCoreApplication::instance());
-    return parser.isSet(u"offline"_s) ? runOffline(parser) : runReal(parser);
+    return runOffline(parser);
 }
 
 }  // namespace wrapio

@@ -43,12 +43,14 @@ setInterval(async () => {{ document.body.style.background = await (await fetch('
 
 
 class Program:
-    """The program with the status item, and the lines that it writes."""
+    """The program with the status item, and the lines that it writes: the manager itself, or what shows a recorded
+    catalogue."""
 
-    def __init__(self, desktop, *arguments, environment=None):
+    def __init__(self, desktop, offline=None, environment=None):
         self.desktop = desktop
         self.lines = []
-        command = [OPTIONS.program, "--share", OPTIONS.share, *arguments]
+        command = [OPTIONS.program, "--share", OPTIONS.share, "--offline", offline] if offline else [
+            OPTIONS.manager, "--background"]
         self.process = subprocess.Popen([str(part) for part in command],
                                         env={**desktop.environment, **(environment or {})},
                                         stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
@@ -66,7 +68,7 @@ class Program:
     def visible(self):
         """The program's windows on the screen: pairs of title and id."""
         tree = self.desktop.run("xwininfo", "-root", "-tree")
-        found = re.findall(r'(0x[0-9a-f]+) (?:"([^"]*)"|\(has no name\)): \("wrapio-menu-bar"', tree)
+        found = re.findall(r'(0x[0-9a-f]+) (?:"([^"]*)"|\(has no name\)): \("(?:wrapio-menu-bar|wrapio-manager)"', tree)
         return [(title, window) for window, title in found
                 if "IsViewable" in self.desktop.run("xwininfo", "-id", window)]
 
@@ -167,20 +169,33 @@ class MenuBarTest(unittest.TestCase):
                 return None
         return wait_for(opened, "the menu after a click")
 
+    def close_menu(self, program):
+        def closed():
+            if program.menu():
+                self.desktop.run("xdotool", "key", "Escape")
+            return program.menu() is None
+        wait_for(closed, "the menu to close")
+
     def hover(self, program, name):
-        """Moves the pointer down the menu until the app of that name is under it."""
-        x, y, width, height = program.menu()
-        for place in range(y + 8, y + height, 6):
-            before = len(program.lines)
-            self.move(x + width // 2, place)
-            try:
-                wait_for(lambda: any("Hovering over: " in line for line in program.lines[before:]), "", timeout=0.4)
-            except AssertionError:
-                continue
-            if program.lines[-1].endswith("Hovering over: " + name) or any(
-                    line.endswith("Hovering over: " + name) for line in program.lines[before:]):
-                return x + width // 2, place
+        """Moves the pointer down the menu until the app of that name is under it, and told so."""
+        for patience in (0.4, 1, 3):
+            x, y, width, height = wait_for(program.menu, "the menu")
+            self.move(x + width // 2, y + 2)
+            for place in range(y + 8, y + height, 6):
+                before = len(program.lines)
+                self.move(x + width // 2, place)
+                try:
+                    wait_for(lambda: any("Hovering over: " in line for line in program.lines[before:]), "", patience)
+                except AssertionError:
+                    continue
+                if self.last_hovered(program) == name:
+                    return x + width // 2, place
         raise AssertionError(f"{name} is not in the menu: {program.lines[-10:]}")
+
+    @staticmethod
+    def last_hovered(program):
+        hovered = [line.rsplit("Hovering over: ", 1)[1] for line in program.lines if "Hovering over: " in line]
+        return hovered[-1] if hovered else None
 
     def alt(self, action):
         self.desktop.run("xdotool", action, "alt")
@@ -237,7 +252,8 @@ class MenuBarTest(unittest.TestCase):
         os.kill(self.app_process("Red"), signal.SIGTERM)
         wait_for(lambda: self.app_process("Red") is None, "the end of Red")
         program.wait_for_line("Rebuilding menu...", before)
-        # A menu closes when the window that had the keyboard goes.
+        # A menu closes when the window that had the keyboard goes, or soon.
+        self.close_menu(program)
         self.open_menu(program)
         self.hover(program, "Red")
         before = len(program.lines)
@@ -253,9 +269,7 @@ class MenuBarTest(unittest.TestCase):
         self.picture("7-launched")
 
         program.wait_for_line("Rebuilding menu...", before)
-        if program.menu():
-            self.desktop.run("xdotool", "key", "Escape")
-            wait_for(lambda: program.menu() is None, "the menu to close")
+        self.close_menu(program)
         x, y, width, height = self.open_menu(program)
         self.picture("8-both-running")
         # Open Wrapio Manager, Quit All Apps, a separator, Quit Wrapio: from below.
@@ -266,7 +280,7 @@ class MenuBarTest(unittest.TestCase):
 
     def test_closing_the_menu_with_alt_held_keeps_the_preview(self):
         self.start_host()
-        program = Program(self.desktop, "--offline", "running")
+        program = Program(self.desktop, "running")
         self.wait_for_item()
         self.open_menu(program)
         self.hover(program, "Mail")
@@ -281,13 +295,12 @@ class MenuBarTest(unittest.TestCase):
         wait_for(lambda: program.panel() is None, "the panel to go")
 
     def test_the_item_appears_with_a_later_host_and_survives_its_restart(self):
-        program = Program(self.desktop, "--offline", "dozen")
+        program = Program(self.desktop, "dozen")
         program.wait_for_line("Menu bar setup complete with hover preview support")
         self.start_host()
         self.wait_for_item()
         self.open_menu(program)
-        self.desktop.run("xdotool", "key", "Escape")
-        wait_for(lambda: program.menu() is None, "the menu to close")
+        self.close_menu(program)
         self.desktop.end(self.host)
         self.start_host()
         self.wait_for_item()
@@ -295,16 +308,16 @@ class MenuBarTest(unittest.TestCase):
         self.picture("host-restarted")
 
     def test_without_a_host_the_program_goes_on(self):
-        program = Program(self.desktop, "--offline", "dozen")
+        program = Program(self.desktop, "dozen")
         program.wait_for_line("Menu bar setup complete with hover preview support")
         self.assertIsNone(program.process.poll())
-        no_bus = Program(self.desktop, "--offline", "dozen", environment=self.desktop.no_bus)
+        no_bus = Program(self.desktop, "dozen", environment=self.desktop.no_bus)
         no_bus.wait_for_line("Menu bar setup complete with hover preview support")
         self.assertIsNone(no_bus.process.poll())
 
     def test_the_other_button_shows_the_same_entries(self):
         self.start_host()
-        program = Program(self.desktop, "--offline", "dozen")
+        program = Program(self.desktop, "dozen")
         self.wait_for_item()
 
         def chosen():
@@ -319,7 +332,7 @@ class MenuBarTest(unittest.TestCase):
 def main():
     global OPTIONS
     parser = argparse.ArgumentParser()
-    for option in ("--program", "--wrapio", "--share", "--pictures"):
+    for option in ("--program", "--manager", "--wrapio", "--share", "--pictures"):
         parser.add_argument(option, required=True, type=pathlib.Path)
     OPTIONS, rest = parser.parse_known_args()
     unittest.main(argv=[sys.argv[0], *rest])

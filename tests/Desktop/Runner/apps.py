@@ -5,7 +5,7 @@ import shutil
 import signal
 import uuid
 
-from desktop import wait_for
+from desktop import PATIENCE, wait_for
 
 
 class App:
@@ -44,7 +44,7 @@ class App:
     def again(self, *arguments, environment=None):
         """A second start; returns its exit status."""
         process = self.desktop.start([self.program, *arguments], environment=environment)
-        return process.wait(timeout=20)
+        return process.wait(timeout=PATIENCE)
 
     def windows(self):
         return self.desktop.windows(self.process.pid)
@@ -66,30 +66,40 @@ class App:
 
         wait_for(shows, f"the colour {color} in the window of {self.name}")
 
+    def is_message_shown(self):
+        """True when a message with a suggested button is shown in place of the page."""
+        x, y, width, height = self.desktop.geometry(self.window())
+        picture = self.desktop.screen()
+        row = range(x + width // 2 - 150, x + width // 2 + 150, 5)
+        return any(picture.near(px, py, (53, 132, 228), 12) for py in range(y + 60, y + height, 6) for px in row)
+
     def wait_for_message(self):
-        """Waits until a message with a suggested button is shown in place of the page."""
-        window = self.window()
-
-        def shows():
-            x, y, width, height = self.desktop.geometry(window)
-            picture = self.desktop.screen()
-            row = range(x + width // 2 - 150, x + width // 2 + 150, 5)
-            return any(picture.near(px, py, (53, 132, 228), 12) for py in range(y + 60, y + height, 6) for px in row)
-
-        wait_for(shows, f"a message in the window of {self.name}")
+        wait_for(self.is_message_shown, f"a message in the window of {self.name}")
 
     def wait_until_active(self):
-        """Waits until one of the app's windows has the keyboard."""
+        """Waits until the newest of the app's windows has the keyboard."""
         def is_active():
-            active = self.desktop.run("xprop", "-root", "_NET_ACTIVE_WINDOW").partition("# ")[2].strip()
-            return any(int(window, 16) == int(active, 16) for window in self.windows()) if active else False
+            active, windows = self.desktop.active_window(), self.windows()
+            return bool(active and windows) and int(windows[-1], 16) == int(active, 16)
 
         wait_for(is_active, f"{self.name} to have the keyboard")
 
+    def wait_for_windows(self, count, what):
+        """Waits until the app has `count` windows, and gives their ids, the newest one last."""
+        return wait_for(lambda: len(windows := self.windows()) == count and windows, what)
+
+    def key(self, *keys):
+        """Presses keys in the app's newest window."""
+        self.wait_until_active()
+        self.desktop.run("xdotool", "key", "--clearmodifiers", "--delay", "60", *keys)
+
+    def type(self, text):
+        self.wait_until_active()
+        self.desktop.run("xdotool", "type", "--delay", "30", text)
+
     def press_button(self, index=0):
         """Presses the button that has the keyboard, or one further on."""
-        self.wait_until_active()
-        self.desktop.run("xdotool", "key", "--delay", "60", *["Tab"] * index, "Return")
+        self.key(*["Tab"] * index, "Return")
 
     def click(self):
         x, y, width, height = self.desktop.geometry(self.window())
@@ -97,4 +107,4 @@ class App:
 
     def quit(self):
         self.process.send_signal(signal.SIGTERM)
-        return self.process.wait(timeout=10)
+        return self.process.wait(timeout=PATIENCE)

@@ -38,9 +38,9 @@ class Badge(RunnerCase):
         wait_for(lambda: self.latest() == (7, True), "the count")
         self.assertEqual(app.title(), f"(7) {app.name}")
         app.wait_for_pixel(GREEN)
-        self.desktop.run("xdotool", "key", "f")
+        app.key("f")
         wait_for(lambda: app.title() == f"• {app.name}", "the dot")
-        self.desktop.run("xdotool", "key", "c")
+        app.key("c")
         wait_for(lambda: app.title() == app.name, "the title without a badge")
         wait_for(lambda: self.latest() == (0, False), "the badge to go")
 

@@ -15,7 +15,11 @@ import time
 WIDTH, HEIGHT = 1280, 900
 
 
-def wait_for(condition, what, timeout=20.0):
+# The time after which something is taken not to happen at all. No test measures time: machines that test are slow.
+PATIENCE = 120
+
+
+def wait_for(condition, what, timeout=PATIENCE):
     """The first true answer of `condition`, asked until `timeout` seconds have passed."""
     end = time.monotonic() + timeout
     while True:
@@ -111,7 +115,7 @@ class Services:
 
     def close(self):
         self.process.stdin.close()
-        self.process.wait(timeout=10)
+        self.process.wait(timeout=PATIENCE)
 
 
 class Desktop:
@@ -199,7 +203,7 @@ class Desktop:
         self.processes.append(process)
         return process
 
-    def run(self, *command, environment=None, timeout=30):
+    def run(self, *command, environment=None, timeout=PATIENCE):
         return subprocess.run(command, env={**self.environment, **(environment or {})}, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=timeout,
                               check=False).stdout.decode(errors="replace")
@@ -211,13 +215,18 @@ class Desktop:
         return [window for window in ids
                 if self.run("xprop", "-id", window, "_NET_WM_PID").strip().endswith(f"= {pid}")]
 
+    def active_window(self):
+        """The id of the window that has the keyboard, if any."""
+        return self.run("xprop", "-root", "_NET_ACTIVE_WINDOW").partition("# ")[2].split(",")[0].strip()
+
     def property(self, window, name):
         return self.run("xprop", "-id", window, name).partition("= ")[2].strip()
 
     def geometry(self, window):
         """x, y, width and height on the screen."""
         text = self.run("xwininfo", "-id", window)
-        value = lambda name: int(text.partition(name + ":")[2].split()[0])
+        # A window that has just gone has no place; nothing is found there.
+        value = lambda name: int((text.partition(name + ":")[2].split() or ["0"])[0])
         return (value("Absolute upper-left X"), value("Absolute upper-left Y"), value("Width"), value("Height"))
 
     def screen(self):
@@ -230,7 +239,7 @@ class Desktop:
     def click(self, x, y, times=1):
         self.run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", str(times), "--delay", "60", "1")
 
-    def end(self, process, grace=5):
+    def end(self, process, grace=10):
         """Asks a process to end, makes it end when it does not, and ends what it has left behind in its group."""
         if process.poll() is None:
             process.terminate()

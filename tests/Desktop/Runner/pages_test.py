@@ -2,7 +2,7 @@
 import base64
 
 from desktop import wait_for
-from runner_case import BLUE, GREEN, GREEN_PAGE, RED, RunnerCase, coloured, main
+from runner_case import GREEN, GREEN_PAGE, RED, WHITE, RunnerCase, coloured, main
 
 BUTTON_PAGE = ("<!doctype html><title>Button</title><body style='background:#00c000'>"
                "<script>onclick = () => {{ {0} }}</script>")
@@ -19,7 +19,7 @@ class Pages(RunnerCase):
 
     def popup_of(self, app):
         main_window = app.window()
-        wait_for(lambda: len(app.windows()) == 2, "the window that the page opens")
+        app.wait_for_windows(2, "the window that the page opens")
         return next(window for window in app.windows() if window != main_window)
 
     # Windows that pages open
@@ -35,7 +35,7 @@ class Pages(RunnerCase):
         wait_for(lambda: self.desktop.screen().near(x + width // 2, y + height // 2, RED), "the sign-in page")
         self.desktop.click(x + width // 2, y + height // 2)
         wait_for(lambda: self.site.seen("/got-token"), "the answer to the opener")
-        wait_for(lambda: len(app.windows()) == 1, "the window to go")
+        app.wait_for_windows(1, "the window to go")
         self.assertEqual(self.desktop.opened(), [])
 
     def test_ordinary_window_of_another_site_opens_in_the_browser(self):
@@ -43,7 +43,27 @@ class Pages(RunnerCase):
         self.site.page("/other", coloured("#c00000"))
         app = self.page_that_does(f"open('{target}')")
         wait_for(lambda: self.desktop.opened() == [target], "the browser")
-        self.assertEqual(len(app.windows()), 1)
+        app.wait_for_windows(1, "the app's own window only")
+
+    def test_small_window_has_the_size_that_was_asked_for(self):
+        self.site.page("/small", coloured("#c00000"))
+        app = self.page_that_does("open('/small', 'x', 'width=420,height=310')")
+        popup = self.popup_of(app)
+        wait_for(lambda: self.desktop.geometry(popup)[2:] == (420, 310), "the size")
+
+    def test_window_without_wishes_has_the_openers_size_and_keeps_to_the_site(self):
+        away = self.site.address("/away", host="127.0.0.2")
+        self.site.page("/second", BUTTON_PAGE.format(f"location = '{away}'"))
+        self.site.page("/away", coloured("#c00000"))
+        app = self.page_that_does("const w = open('/second'); fetch('/opened-' + (w !== null))")
+        wait_for(lambda: self.site.seen("/opened-true"), "the handle of the window")
+        popup = self.popup_of(app)
+        wait_for(lambda: self.desktop.geometry(popup)[2:] == self.desktop.geometry(app.window())[2:], "the opener's size")
+        x, y, width, height = self.desktop.geometry(popup)
+        wait_for(lambda: self.desktop.screen().near(x + width // 2, y + height // 2, GREEN), "the second page")
+        self.desktop.click(x + width // 2, y + height // 2)
+        wait_for(lambda: self.desktop.opened() == [away], "the browser")
+        self.assertEqual(len(app.windows()), 2)
 
     def test_window_without_a_click_is_not_opened(self):
         self.site.page("/", GREEN_PAGE + "<script>onload = () => { open('/x', 'x', 'width=300,height=300'); fetch('/tried') }</script>")
@@ -56,9 +76,8 @@ class Pages(RunnerCase):
         self.site.page("/small", coloured("#c00000"))
         app = self.page_that_does("open('/small', 'x', 'width=400,height=300')")
         self.popup_of(app)
-        app.wait_until_active()
-        self.desktop.run("xdotool", "key", "ctrl+w")
-        wait_for(lambda: len(app.windows()) == 1, "the window to go")
+        app.key("ctrl+w")
+        app.wait_for_windows(1, "the window to go")
         self.assertIsNone(app.process.poll())
 
     # Downloads
@@ -112,18 +131,19 @@ class Pages(RunnerCase):
         app = self.app().start()
         app.wait_for_pixel(GREEN)
         app.click()
-        wait_for(lambda: len(app.windows()) == 2, "the file chooser")
-        app.wait_until_active()
-        self.desktop.run("xdotool", "key", "ctrl+l")
-        self.desktop.run("xdotool", "type", "--delay", "30", str(chosen))
+        app.wait_for_windows(2, "the file chooser")
+        app.key("ctrl+l")
+        app.type(str(chosen))
         self.keep_picture(app, "chooser")
-        self.desktop.run("xdotool", "key", "--delay", "200", "Return", "Return")
+        app.key("Return")
+        # The first key may only take what is offered to complete the name.
+        wait_for(lambda: self.site.seen("/file-chosen") or len(app.windows()) == 1 or app.key("Return"), "the choice")
         wait_for(lambda: self.site.seen("/file-chosen"), "the file's text in the page")
 
     def test_script_dialogs_ask_inside_the_window(self):
         app = self.page_that_does("fetch('/said-' + confirm('Really?'))")
         self.keep_dialog_picture(app)
-        self.desktop.run("xdotool", "key", "Return")
+        app.key("Return")
         wait_for(lambda: self.site.seen("/said-true"), "the answer")
 
     def keep_dialog_picture(self, app):
@@ -140,15 +160,14 @@ class Pages(RunnerCase):
         self.site.guard("/", expected)
         app = self.app().start()
         wait_for(lambda: self.site.seen("/"), "the request")
-        app.wait_until_active()
+        wait_for(lambda: not self.shows(app, WHITE, 0.05, 0.9), "the question")
         self.keep_picture(app, "password")
-        for _ in range(3):
-            self.desktop.run("xdotool", "type", "--delay", "30", "user")
-            self.desktop.run("xdotool", "key", "Tab")
-            self.desktop.run("xdotool", "type", "--delay", "30", "secret")
-            self.desktop.run("xdotool", "key", "Return")
-            break
+        app.type("user")
+        app.key("Tab")
+        app.type("secret")
+        app.key("Return")
         app.wait_for_pixel(GREEN)
+        self.assertEqual(self.site.seen("/")[-1][2].get("Authorization"), expected)
 
 
 if __name__ == "__main__":

@@ -33,9 +33,8 @@ class Permissions(RunnerCase):
 
     def load_again(self, app):
         """The engine itself remembers a refusal for as long as a page lives."""
-        app.wait_until_active()
         loads = len(self.site.seen("/"))
-        self.desktop.run("xdotool", "key", "ctrl+r")
+        app.key("ctrl+r")
         wait_for(lambda: len(self.site.seen("/")) > loads, "the page to be loaded again")
         app.wait_for_pixel(GREEN)
 
@@ -95,13 +94,13 @@ class Permissions(RunnerCase):
         app.wait_for_pixel(GREEN)
         app.click()
         wait_for(lambda: self.site.seen("/location-1"), "the refusal")
-        self.desktop.run("xdotool", "key", "ctrl+shift+p")
-        wait_for(lambda: len(app.windows()) == 2, "the list of permissions")
+        app.key("ctrl+shift+p")
+        app.wait_for_windows(2, "the list of permissions")
         self.keep_picture(app, "list")
         app.press_button()
         wait_for(lambda: (app.profile / "permissions").read_text() == "", "the permission to be forgotten")
-        self.desktop.run("xdotool", "key", "Escape")
-        wait_for(lambda: len(app.windows()) == 1, "the list to go")
+        app.key("Escape")
+        app.wait_for_windows(1, "the list to go")
         self.load_again(app)
         app.click()
         self.wait_for_banner(app)

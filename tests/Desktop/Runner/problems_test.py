@@ -1,7 +1,7 @@
 """What is wrong is said."""
 import signal
 
-from desktop import wait_for
+from desktop import PATIENCE, wait_for
 from runner_case import GREEN, RunnerCase, main
 
 
@@ -10,7 +10,7 @@ class Problems(RunnerCase):
         app.start(capture=True)
         app.window()
         app.process.send_signal(signal.SIGTERM)
-        _, errors = app.process.communicate(timeout=10)
+        _, errors = app.process.communicate(timeout=PATIENCE)
         self.assertEqual(app.process.returncode, 1)
         self.assertEqual(len(errors.decode().splitlines()), 1, errors)
         for word in words:
@@ -40,7 +40,7 @@ class Problems(RunnerCase):
     def test_without_a_display_one_line_is_said(self):
         for app in (self.app(), self.app("{")):
             process = self.desktop.start([app.program], environment={"DISPLAY": ":99999"}, capture=True)
-            _, errors = process.communicate(timeout=20)
+            _, errors = process.communicate(timeout=PATIENCE)
             self.assertEqual(process.returncode, 1)
             lines = errors.decode().splitlines()
             self.assertEqual(len(lines), 1, errors)

@@ -13,7 +13,7 @@ SERVICES = None
 
 GREEN_PAGE = "<!doctype html><title>Start</title><body style='background:#00c000'>"
 LINK_PAGE = "<!doctype html><title>Links</title><a href='{0}' style='position:fixed;inset:0;background:#00c000'>x</a>"
-GREEN, RED, BLUE = (0, 192, 0), (192, 0, 0), (0, 0, 192)
+GREEN, RED, BLUE, WHITE = (0, 192, 0), (192, 0, 0), (0, 0, 192), (255, 255, 255)
 
 
 def coloured(color):

@@ -6,7 +6,7 @@ import time
 
 from cryptography.hazmat.primitives.ciphers import Cipher, algorithms, modes
 
-from desktop import wait_for
+from desktop import PATIENCE, wait_for
 from runner_case import GREEN, GREEN_PAGE, RunnerCase, main
 
 LATER = int(time.time()) + 86400
@@ -62,7 +62,7 @@ class SessionImport(RunnerCase):
         app.wait_for_pixel(GREEN)
         self.site.requests.clear()
         self.assertEqual(app.again(f"{app.scheme}://import-session?source={source}"), 0)
-        wait_for(lambda: len(app.windows()) == 2, "the question")
+        app.wait_for_windows(2, "the question")
         return app
 
     def check_nothing_is_left(self, app):
@@ -76,10 +76,11 @@ class SessionImport(RunnerCase):
         app = self.asked("Firefox")
         self.keep_picture(app, "question")
         self.assertEqual(self.site.requests, [])
+        question = app.windows()
         app.press_button(1)
         request = wait_for(lambda: self.site.seen("/"), "the page with the session")[0]
         self.assertEqual(request[2].get("Cookie"), "mine=secret-value")
-        wait_for(lambda: len(app.windows()) == 2, "what was taken")
+        wait_for(lambda: len(windows := app.windows()) == 2 and windows != question, "what was taken")
         self.keep_picture(app, "taken")
         self.check_nothing_is_left(app)
         self.assertEqual(path.read_bytes(), before)
@@ -98,25 +99,23 @@ class SessionImport(RunnerCase):
         self.make_firefox()
         app = self.asked("")
         app.press_button()
-        wait_for(lambda: len(app.windows()) == 1, "the question to go")
-        app.wait_until_active()
-        self.desktop.run("xdotool", "key", "ctrl+r")
+        app.wait_for_windows(1, "the question to go")
+        app.key("ctrl+r")
         self.assertNotIn("Cookie", wait_for(lambda: self.site.seen("/"), "the page")[0][2])
 
     def test_missing_source_is_explained(self):
         app = self.asked("Firefox")
         self.keep_picture(app, "missing")
         app.press_button()
-        wait_for(lambda: len(app.windows()) == 1, "the message to go")
+        app.wait_for_windows(1, "the message to go")
         self.assertEqual(self.site.requests, [])
 
     def test_locked_away_source_is_explained(self):
         self.make_chromium([("127.0.0.1", "mine", encrypted(b"x" * 40, b"unknown", b"v11"))])
         app = self.asked("")
+        question = app.windows()
         app.press_button(1)
-        question = [w for w in app.windows() if w != app.window()]
-        wait_for(lambda: len(app.windows()) == 2 and [w for w in app.windows() if w != app.window()] != question,
-                 "the explanation")
+        wait_for(lambda: len(windows := app.windows()) == 2 and windows != question, "the explanation")
         self.keep_picture(app, "locked")
         self.check_nothing_is_left(app)
         self.assertEqual(self.site.requests, [])
@@ -127,11 +126,11 @@ class SessionImport(RunnerCase):
         app.wait_for_pixel(GREEN)
         self.site.requests.clear()
         self.assertEqual(app.again(f"{app.scheme}://import-session"), 0)
-        wait_for(lambda: len(app.windows()) == 2, "the question")
+        app.wait_for_windows(2, "the question")
         app.press_button(1)
         wait_for(lambda: self.site.seen("/"), "the page with the session")
         app.process.terminate()
-        said = b"".join(app.process.communicate(timeout=10))
+        said = b"".join(app.process.communicate(timeout=PATIENCE))
         self.assertNotIn(b"secret-value", said)
 
 

@@ -58,16 +58,18 @@ class Troubles(RunnerCase):
     def test_crashed_page_is_loaded_again_but_not_for_ever(self):
         app = self.app().start()
         app.wait_for_pixel(GREEN)
-        for loads in (2, 3):
+        # Two reloads in a minute are what there is; on a slow machine the minute may pass in between.
+        for crash in range(30):
             for process in self.page_process(app):
                 os.kill(process, signal.SIGKILL)
-            wait_for(lambda: len(self.site.seen("/")) == loads, "the page to be loaded again")
-            app.wait_for_pixel(GREEN)
-        for process in self.page_process(app):
-            os.kill(process, signal.SIGKILL)
+            wait_for(lambda: app.is_message_shown() or len(self.site.seen("/")) == crash + 2, "the answer to the crash")
+            if app.is_message_shown():
+                break
         app.wait_for_message()
         self.keep_picture(app, "crash")
-        self.assertEqual(len(self.site.seen("/")), 3)
+        loads = len(self.site.seen("/"))
+        self.assertGreaterEqual(loads, 3)
+        self.assertEqual(loads, crash + 1)
         app.press_button()
         app.wait_for_pixel(GREEN)
 
@@ -85,7 +87,7 @@ class Troubles(RunnerCase):
         self.assertEqual(site.requests, [])
         # Trying again changes nothing, and nothing but the question leads on.
         app.press_button()
-        self.desktop.run("xdotool", "key", "ctrl+r")
+        app.key("ctrl+r")
         app.wait_for_message()
         self.assertEqual(site.requests, [])
 
@@ -94,13 +96,13 @@ class Troubles(RunnerCase):
         app = self.app({"url": site.address(), "isDevMode": True}).start()
         app.wait_for_message()
         app.press_button(1)
-        wait_for(lambda: len(app.windows()) == 2, "the question")
+        app.wait_for_windows(2, "the question")
         self.keep_picture(app, "question")
         app.press_button(0)
-        wait_for(lambda: len(app.windows()) == 1, "the question to go")
+        app.wait_for_windows(1, "the question to go")
         self.assertEqual(site.requests, [])
         app.press_button(0)
-        wait_for(lambda: len(app.windows()) == 2, "the question")
+        app.wait_for_windows(2, "the question")
         app.press_button(1)
         app.wait_for_pixel(RED)
 

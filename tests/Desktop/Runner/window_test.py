@@ -9,12 +9,6 @@ FIND_PAGE = ("<!doctype html><title>Find</title><body style='background:#00c000'
 
 
 class Window(RunnerCase):
-    def key(self, *keys):
-        self.desktop.run("xdotool", "key", "--clearmodifiers", *keys)
-
-    def type(self, text):
-        self.desktop.run("xdotool", "type", "--delay", "20", text)
-
     def started(self, config=None):
         app = self.app(config).start()
         app.wait_for_pixel(GREEN)
@@ -24,24 +18,24 @@ class Window(RunnerCase):
         self.site.page("/", GREEN_PAGE + "<script>onkeydown = e => { if (e.key == 'n') location = '/next' }</script>")
         self.site.page("/next", coloured("#c00000"))
         app = self.started()
-        self.key("n")
+        app.key("n")
         app.wait_for_pixel(RED)
-        self.key("alt+Left")
+        app.key("alt+Left")
         app.wait_for_pixel(GREEN)
-        self.key("alt+Right")
+        app.key("alt+Right")
         app.wait_for_pixel(RED)
-        self.key("alt+Home")
+        app.key("alt+Home")
         app.wait_for_pixel(GREEN)
 
     def test_find_scrolls_to_the_text_and_escape_gives_the_page_its_keys_back(self):
         self.site.page("/", FIND_PAGE + "<script>onkeydown = e => fetch('/key-' + e.key)</script>")
         app = self.started()
-        self.key("ctrl+f")
-        self.type("last straw")
+        app.key("ctrl+f")
+        app.type("last straw")
         wait_for(lambda: self.site.seen("/scrolled"), "the page to scroll to the match")
         self.keep_picture(app, "find")
-        self.key("Escape")
-        self.key("q")
+        app.key("Escape")
+        app.key("q")
         wait_for(lambda: self.site.seen("/key-q"), "the key in the page")
 
     def test_zoom_keys_change_the_size_and_it_is_remembered(self):
@@ -49,14 +43,14 @@ class Window(RunnerCase):
                                          "fetch('/first-' + innerWidth)</script>")
         app = self.started()
         first = int(wait_for(lambda: self.seen_number("/first-"), "the width"))
-        self.key("ctrl+plus")
+        app.key("ctrl+plus")
         wait_for(lambda: self.seen_number("/wide-") and abs(int(self.seen_number("/wide-")) * 1.1 - first) < 4, "larger")
         self.assertEqual(app.quit(), 0)
         self.site.requests.clear()
         app.start()
         wait_for(lambda: self.seen_number("/first-") and abs(int(self.seen_number("/first-")) * 1.1 - first) < 4,
                  "the remembered zoom")
-        self.key("ctrl+0")
+        app.key("ctrl+0")
         wait_for(lambda: self.seen_number("/wide-") == str(first), "the usual size")
 
     def seen_number(self, start):
@@ -67,10 +61,10 @@ class Window(RunnerCase):
     def test_full_screen_key_covers_the_screen_and_gives_it_back(self):
         app = self.started()
         window = app.window()
-        self.key("F11")
+        app.key("F11")
         wait_for(lambda: "FULLSCREEN" in self.desktop.property(window, "_NET_WM_STATE"), "the full screen")
         app.wait_for_pixel(GREEN, dx=0.5, dy=5)
-        self.key("F11")
+        app.key("F11")
         wait_for(lambda: "FULLSCREEN" not in self.desktop.property(window, "_NET_WM_STATE"), "the window")
 
     def test_size_and_place_are_remembered(self):
@@ -101,31 +95,31 @@ class Window(RunnerCase):
 
     def test_print_key_opens_the_print_dialog(self):
         app = self.started()
-        self.key("ctrl+p")
-        wait_for(lambda: len(app.windows()) == 2, "the print dialog")
+        app.key("ctrl+p")
+        app.wait_for_windows(2, "the print dialog")
         self.keep_picture(app, "print")
 
     def test_shortcuts_key_shows_all_keys(self):
         app = self.started()
-        self.key("ctrl+question")
-        wait_for(lambda: len(app.windows()) == 2, "the window of shortcuts")
+        app.key("ctrl+question")
+        app.wait_for_windows(2, "the window of shortcuts")
         self.keep_picture(app, "shortcuts")
 
     def test_address_can_be_copied_and_opened_in_the_browser(self):
         self.site.page("/", GREEN_PAGE + "<textarea autofocus oninput=\"fetch('/pasted?' + value)\"></textarea>")
-        self.started()
-        self.key("ctrl+shift+c")
-        self.key("ctrl+v")
+        app = self.started()
+        app.key("ctrl+shift+c")
+        app.key("ctrl+v")
         wait_for(lambda: self.site.seen("/pasted?" + self.site.address()), "the pasted address")
-        self.key("ctrl+shift+o")
+        app.key("ctrl+shift+o")
         wait_for(lambda: self.desktop.opened() == [self.site.address()], "the browser")
 
     def test_clearing_data_asks_first_and_signs_out(self):
         self.site.page("/", GREEN_PAGE, {"Set-Cookie": "user=me; Max-Age=86400"})
         self.site.page("/check", coloured("#c00000"))
         app = self.started({"isDevMode": True})
-        self.key("ctrl+shift+Delete")
-        wait_for(lambda: len(app.windows()) == 2, "the question")
+        app.key("ctrl+shift+Delete")
+        app.wait_for_windows(2, "the question")
         self.keep_picture(app, "clear-data")
         # The safe answer has the keyboard; the other one is to its right.
         self.site.requests.clear()
@@ -136,12 +130,12 @@ class Window(RunnerCase):
     def test_clearing_data_can_be_declined(self):
         self.site.page("/", GREEN_PAGE, {"Set-Cookie": "user=me; Max-Age=86400"})
         app = self.started()
-        self.key("ctrl+shift+Delete")
-        wait_for(lambda: len(app.windows()) == 2, "the question")
+        app.key("ctrl+shift+Delete")
+        app.wait_for_windows(2, "the question")
         app.press_button()
-        wait_for(lambda: len(app.windows()) == 1, "the question to go")
+        app.wait_for_windows(1, "the question to go")
         self.site.requests.clear()
-        self.key("ctrl+r")
+        app.key("ctrl+r")
         wait_for(lambda: self.site.seen("/"), "the page")
         self.assertEqual(self.site.seen("/")[0][2].get("Cookie"), "user=me")
 

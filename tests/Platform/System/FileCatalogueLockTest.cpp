@@ -148,6 +148,7 @@ TEST_F(FileCatalogueLockTest, AFolderThatCannotBeWrittenIsNamed) {
     const OrdinaryUser ordinary;
     const auto taken = FileCatalogueLock(place).acquire(10);
     ASSERT_FALSE(taken);
+    EXPECT_TRUE(taken.error().isHopeless);
     EXPECT_EQ(taken.error().description(),
               u"The catalogue cannot be locked: Could not lock %1/.lock: Permission denied"_s.arg(place));
 }
