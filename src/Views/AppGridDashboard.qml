@@ -71,18 +71,22 @@ FocusScope {
         font: Typography.headline
         color: Colors.textSecondary
     }
-    EmptyStateView {
+    Loader {
         anchors.fill: parent
         anchors.topMargin: header.y + header.height
-        visible: root.isEmpty
+        active: root.isEmpty
         focus: root.isEmpty
-        templates: root.viewModel.templates
-        onCreateRequested: root.create()
-        onTemplateRequested: stableId => root.viewModel.createFromTemplate(stableId)
+
+        sourceComponent: EmptyStateView {
+            focus: true
+            templates: root.viewModel.templates
+            onCreate: root.create()
+            onCreateFromTemplate: stableId => root.viewModel.createFromTemplate(stableId)
+        }
     }
     UndoToast {
         deleted: root.viewModel.undoableDelete
-        onUndoRequested: root.viewModel.undoDelete()
+        onUndo: root.viewModel.undoDelete()
     }
 
     DeleteDialog {

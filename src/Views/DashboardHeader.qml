@@ -10,7 +10,8 @@ Item {
     required property DashboardViewModel viewModel
     readonly property var progress: viewModel.isUpdatingAll ? viewModel.updateProgress : viewModel.exchangeProgress
     /// The actions stand below the title where both do not fit side by side.
-    readonly property bool isStacked: Math.max(heading.implicitWidth, counts.inOneLine) + actions.implicitWidth + Metrics.huge > width
+    readonly property bool isStacked: Math.max(heading.implicitWidth, counts.inOneLine) + buttonsWidth + (search.visible ? search.implicitWidth : 0) + Metrics.huge > width
+    readonly property real buttonsWidth: more.width + createButton.width + 2 * Metrics.small
 
     signal createRequested
     /// The person goes from the search to what it has found.
@@ -119,6 +120,7 @@ Item {
             id: search
 
             visible: root.viewModel.appCount > 0
+            width: root.isStacked ? root.width - root.buttonsWidth : implicitWidth
             placeholderText: qsTr("Filter apps...")
             text: root.viewModel.searchText
             onTextChanged: if (text !== root.viewModel.searchText) root.viewModel.searchText = text
@@ -150,6 +152,8 @@ Item {
             }
         }
         ActionButton {
+            id: createButton
+
             kind: ActionButton.Main
             symbol: "plus"
             text: qsTr("Create App")

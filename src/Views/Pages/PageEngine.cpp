@@ -13,10 +13,11 @@ bool loadPageEngine(const QString& folder) {
     if (isReady)
         return true;
     // Never unloaded: the engine's threads live as long as the process.
-    QPluginLoader loader(folder + u"/libwrapio-pages.so"_s);
+    const QString library = folder + u"/libwrapio-pages.so"_s;
+    QPluginLoader loader(library);
     auto* const engine = qobject_cast<PageEngine*>(loader.instance());
     if (!engine) {
-        printDiagnostics(u"⚠️ [WebView] "_s + loader.errorString());
+        printDiagnostics(u"⚠️ [WebView] "_s + library + u": "_s + loader.errorString());
         return false;
     }
     engine->prepare();

@@ -20,6 +20,8 @@ OPTIONS = None
 # An address of loopback that no other test serves on; local, so that it wants developer mode.
 HOST = "127.83.0.1"
 PATIENCE = 60
+# The interpreter that has the bindings of the accessibility interface, whichever runs the tests.
+INTERPRETER = "/usr/bin/python3"
 
 
 def picture_file(edge, color):
@@ -136,7 +138,7 @@ class ManagerCase(unittest.TestCase):
     def things(self):
         """Everything that assistive programs see of the manager."""
         try:
-            return json.loads(self.desktop.run(sys.executable, "-B", str(HERE / "accessible.py"), str(self.manager.pid)) or "[]")
+            return json.loads(self.desktop.run(INTERPRETER, "-B", str(HERE / "accessible.py"), str(self.manager.pid)) or "[]")
         except json.JSONDecodeError:
             return []
 
@@ -156,8 +158,18 @@ class ManagerCase(unittest.TestCase):
         x, y, width, height = thing["area"]
         return x + width // 2, y + height // 2
 
+    def find_at_rest(self, role, name):
+        """The same, once it has stopped moving: what opens grows into its place."""
+        seen = [self.find(role, name)]
+
+        def rests():
+            seen.append(self.showing(role, name))
+            return seen[-1] and seen[-1]["area"] == (seen[-2] or {}).get("area")
+        wait_for(rests, f"the {role} “{name}” to come to rest", PATIENCE)
+        return seen[-1]
+
     def click(self, role, name, button=1):
-        x, y = self.middle(self.find(role, name))
+        x, y = self.middle(self.find_at_rest(role, name))
         self.desktop.run("xdotool", "mousemove", "--sync", str(x), str(y), "click", str(button))
 
     def key(self, *keys):
