@@ -1,5 +1,7 @@
 #include "Views/Pages/EnginePage.h"
 
+#include "Views/Pages/EngineErrors.h"
+
 #include <QVariant>
 
 #include <utility>
@@ -11,8 +13,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double wholeProgress = 100;
-/// The engine's own number for a load that something else has taken the place of.
-constexpr int engineAborted = -3;
 
 std::optional<WebAddress> addressOf(const QUrl& url) {
     return url.isEmpty() ? std::nullopt : WebAddress::parse(QString::fromLatin1(url.toEncoded()));
@@ -52,7 +52,7 @@ bool EnginePage::mayNavigate(const QUrl& url, int navigation) {
     return !m_navigation || m_navigation->decidePolicy({addressOf(url), typeOf(navigation)}) == NavigationPolicy::allow;
 }
 
-void EnginePage::loadChanged(int load, bool isHttpStatus, int errorCode, const QString& errorString) {
+void EnginePage::loadChanged(int load, int errorCode, const QString& errorString) {
     m_observers[Value::IsLoading].notify();
     if (static_cast<Load>(load) == Load::Started) {
         waitForArrival();
@@ -62,14 +62,14 @@ void EnginePage::loadChanged(int load, bool isHttpStatus, int errorCode, const Q
     // What ended because nothing arrived has been told as that.
     if (std::exchange(m_hasTimedOut, false) || !m_navigation)
         return;
-    if (static_cast<Load>(load) == Load::Succeeded || isHttpStatus)
+    // The engine takes a page with which a server tells of an error for a failure. Its number is the server's then, and
+    // above zero, as none of the engine's own is.
+    if (static_cast<Load>(load) == Load::Succeeded || errorCode > 0)
         m_navigation->didFinish();
     else if (static_cast<Load>(load) == Load::Stopped)
         m_navigation->didFail(cancelled());
-    else if (errorCode == engineAborted)
-        m_navigation->didFailProvisionalNavigation(cancelled());
     else
-        m_navigation->didFailProvisionalNavigation({urlErrorDomain, errorCode, errorString});
+        m_navigation->didFailProvisionalNavigation(engineError(errorCode, errorString));
 }
 
 void EnginePage::waitForArrival() {

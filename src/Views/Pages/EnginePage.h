@@ -48,8 +48,7 @@ public:
     Q_INVOKABLE void valueChanged(wrapio::EnginePage::Value value);
     /// Whether the engine may go on.
     Q_INVOKABLE [[nodiscard]] bool mayNavigate(const QUrl& url, int navigation);
-    /// `isHttpStatus`: the server has answered with a page of its own that tells of an error.
-    Q_INVOKABLE void loadChanged(int load, bool isHttpStatus, int errorCode, const QString& errorString);
+    Q_INVOKABLE void loadChanged(int load, int errorCode, const QString& errorString);
     Q_INVOKABLE void newWindowRequested(const QUrl& url);
     /// A dialog of a page; `token` comes back with dialogAnswered().
     Q_INVOKABLE void dialogRequested(int token, int dialog, const QString& message, const QString& defaultText);

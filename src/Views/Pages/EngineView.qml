@@ -36,7 +36,7 @@ WebEngineView {
     onCanGoForwardChanged: page.valueChanged(EnginePage.Value.CanGoForward)
     onTitleChanged: page.valueChanged(EnginePage.Value.Title)
     onLoadProgressChanged: page.valueChanged(EnginePage.Value.EstimatedProgress)
-    onLoadingChanged: info => page.loadChanged(info.status, info.errorDomain === WebEngineView.HttpStatusCodeDomain && !info.isErrorPage, info.errorCode, info.errorString)
+    onLoadingChanged: info => page.loadChanged(info.status, info.errorCode, info.errorString)
     onNavigationRequested: request => {
         if (page.mayNavigate(request.url, request.navigationType))
             request.accept();
