@@ -56,7 +56,7 @@ void feedShownText(std::string_view text) {
     require(!name.empty() && name.front() != '.' && name.size() <= 200, "a file name is visible and not too long");
     require(isOneLine(name) && name.find_first_of("/\\") == std::string::npos, "a file name is no path");
     require(numberedName(name, 2) != name, "a number makes another name");
-    const auto literal = nlohmann::json::parse(scriptLiteral(text), nullptr, false);
+    const auto literal = nlohmann::ordered_json::parse(scriptLiteral(text), nullptr, false);
     require(literal.is_string(), "a script's literal is one value");
     BadgeState badge(true);
     badge.setTitle(text);
@@ -119,12 +119,12 @@ void feedPlist(std::string_view bytes) {
 
 /// Settings whose every text is `text`: noise alone seldom gets past the braces.
 std::string settingsOf(std::string_view text) {
-    nlohmann::json settings;
+    nlohmann::ordered_json settings;
     for (const char* key : {"name", "userAgent", "customCSS", "customJS", "jsInjectionTime", "themeColor"})
         settings[key] = text;
     settings["url"] = "https://" + std::string(text);
     settings["allowedHosts"] = {text, text};
-    return settings.dump(-1, ' ', false, nlohmann::json::error_handler_t::ignore);
+    return settings.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::ignore);
 }
 
 }  // namespace
