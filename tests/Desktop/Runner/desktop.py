@@ -184,8 +184,10 @@ class Desktop:
         self.no_bus = {"DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.runtime / 'no-bus' / 'socket'}"}
 
     def _start_window_manager(self):
-        self.start(["openbox", "--sm-disable"])
-        wait_for(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "the window manager")
+        # It says when it has started.
+        ready = self.root / "window-manager-ready"
+        self.start(["openbox", "--sm-disable", "--startup", f"touch {ready}"])
+        wait_for(ready.exists, "the window manager")
 
     def _make_browser(self, config):
         self.opened_file = self.root / "opened"

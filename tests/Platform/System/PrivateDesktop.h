@@ -1,7 +1,6 @@
 // A display, a window manager and a session bus that are nobody else's.
 #pragma once
 
-#include <QDeadlineTimer>
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -19,9 +18,8 @@ public:
             return;
         qputenv("DISPLAY", ':' + display);
         qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
-        m_windowManager.setStandardErrorFile(QProcess::nullDevice());
-        m_windowManager.start(QStringLiteral("openbox"), {});
-        m_works = m_windowManager.waitForStarted() && isManaged();
+        // It says when it has started.
+        m_works = !firstLine(m_windowManager, QStringLiteral("openbox"), {"--startup", "echo ready"}).isEmpty();
     }
     PrivateDesktop(const PrivateDesktop&) = delete;
     PrivateDesktop& operator=(const PrivateDesktop&) = delete;
@@ -35,25 +33,13 @@ public:
     [[nodiscard]] bool works() const { return m_works; }
 
 private:
-    /// Waits for the window manager: it leaves windows alone that appear while it starts.
-    static bool isManaged() {
-        QDeadlineTimer patience(60000);
-        while (!patience.hasExpired()) {
-            QProcess look;
-            look.start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")});
-            if (look.waitForFinished() && look.readAllStandardOutput().contains("window id"))
-                return true;
-        }
-        return false;
-    }
-
     static QByteArray firstLine(QProcess& process, const QString& program, std::initializer_list<const char*> words) {
         QStringList arguments;
         for (const char* const word : words)
             arguments << QString::fromLatin1(word);
         process.setStandardErrorFile(QProcess::nullDevice());
         process.start(program, arguments);
-        while (!process.canReadLine() && process.waitForReadyRead(20000)) {
+        while (!process.canReadLine() && process.waitForReadyRead(60000)) {
         }
         return process.readLine().trimmed();
     }

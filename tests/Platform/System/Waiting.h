@@ -11,7 +11,7 @@ namespace wrapio {
 
 /// Runs the event loop until `condition` holds; false when it does not within the time.
 template <typename Condition>
-[[nodiscard]] bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chrono::seconds(20)) {
+[[nodiscard]] bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chrono::seconds(60)) {
     const QDeadlineTimer deadline(limit);
     while (!condition()) {
         if (deadline.hasExpired())

@@ -39,10 +39,16 @@ public:
         static_cast<void>(atom("WM_NAME"));
     }
 
-    [[nodiscard]] bool isManaged(xcb_window_t window) const {
+    /// To be asked again and again until it is.
+    [[nodiscard]] bool isManaged(xcb_window_t window) {
         for (const std::uint32_t one : numbers("_NET_CLIENT_LIST")) {
             if (one == window)
                 return true;
+        }
+        // Openbox may sleep over a request until something else happens.
+        if (++m_looks % 50 == 0) {
+            ::xcb_map_window(m_connection, window);
+            ::xcb_flush(m_connection);
         }
         return false;
     }
@@ -77,6 +83,7 @@ private:
 
     xcb_connection_t* m_connection;
     xcb_screen_t* m_screen = nullptr;
+    int m_looks = 0;
 };
 
 }  // namespace wrapio
