@@ -1,8 +1,12 @@
 #include "WrapioAppWindows.h"
 
 #include "Platform/Linux/X11Windows.h"
+#include "Views/Pages/PageEngine.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPixmap>
 #include <QQuickWindow>
 
 #include <utility>
@@ -17,6 +21,8 @@ namespace {
 constexpr quint64 closedDashboard = 0;
 const QString dashboardTitle = u"Wrapio"_s;
 const QString dashboardIdentifier = u"main"_s;
+/// The picture of the program itself.
+const QString programIcon = u"wrapio"_s;
 /// There once people have been told that the program goes on without its window.
 const QString toldKey = u"told_about_running_on"_s;
 
@@ -24,9 +30,18 @@ ViewModelServices viewModelServices(WrapioAppServices& services, const Catalogue
                                     CollectionExchange& exchange, FileDialogs& dialogs) {
     PlatformServices& platform = services.platform;
     SharedServices& shared = services.shared;
-    return {catalogue.store,       catalogue.lifecycle, shared.favicons, shared.versions,
-            shared.launchServices, exchange,            dialogs,         platform.files,
-            platform.workspace,    platform.resources,  platform.scheduler, platform.directories};
+    return {catalogue.store,
+            catalogue.lifecycle,
+            shared.favicons,
+            shared.versions,
+            shared.launchServices,
+            exchange,
+            dialogs,
+            platform.files,
+            platform.workspace,
+            platform.resources,
+            platform.scheduler,
+            platform.directories};
 }
 
 }  // namespace
@@ -52,6 +67,8 @@ WindowedInterface::WindowedInterface(WrapioAppServices& services, const Catalogu
     , m_exchange(services.platform.tools, services.platform.files, m_dialogs, services.platform.scheduler,
                  services.platform.directories)
     , m_dashboard(viewModelServices(services, catalogue, m_exchange, m_dialogs), notifications)
+    , m_browser({catalogue.store, services.platform.workspace, services.platform.scheduler},
+                [] { return loadPageEngine(QCoreApplication::applicationDirPath()); })
     , m_application(m_dashboard, std::move(quit))
     , m_panel(services.platform.resources, [] { return hasX11Compositor(); })
     , m_capture(services.platform.screen(), catalogue.lifecycle, services.platform.workspace)
@@ -60,6 +77,13 @@ WindowedInterface::WindowedInterface(WrapioAppServices& services, const Catalogu
                 &m_panel)
     , m_delegate({m_bar, services.platform.resources, m_application, notifications,
                   [this]() -> MenuBarController& { return menuBarController(); }}) {
+    // Read when the first window opens: the program in the background shows none.
+    QObject::connect(&m_dashboard, &DashboardWindow::opened, &m_dashboard, [&services] {
+        if (const auto icon = services.platform.resources.image(programIcon);
+            icon && QGuiApplication::windowIcon().isNull())
+            QGuiApplication::setWindowIcon(QPixmap::fromImage(*icon));
+    });
+    m_dashboard.setSiteOpener([this](const QUuid& app) { return m_browser.show(app); });
     QObject::connect(&m_dashboard, &DashboardWindow::closed, &m_dashboard, [this] { dashboardClosed(); });
 }
 

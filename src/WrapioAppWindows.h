@@ -7,6 +7,7 @@
 #include "Session/ManagerInterface.h"
 #include "ViewModels/ArchiveExchange.h"
 #include "Views/DashboardWindow.h"
+#include "Views/Pages/BrowserWindow.h"
 #include "Views/Widgets/PreviewPanelWidget.h"
 #include "Views/Widgets/QtFileDialogs.h"
 #include "Views/Widgets/QtThisApplication.h"
@@ -62,6 +63,7 @@ private:
     QtFileDialogs m_dialogs;
     ArchiveExchange m_exchange;
     DashboardWindow m_dashboard;
+    BrowserWindow m_browser;
     ManagerApplication m_application;
     LinuxStatusHosts m_hosts;
     LinuxModifierKeys m_keys;

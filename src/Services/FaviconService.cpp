@@ -51,6 +51,11 @@ std::vector<QString> candidates(const QString& base, const QString& host) {
     return addresses;
 }
 
+/// Where versions with a single app kept its icon.
+QString legacyIconPath(const Directories& directories) {
+    return directories.applicationSupport.value_or(QString()) + u"/Wrapio/app-icon.png"_s;
+}
+
 std::optional<QImage> imageOf(const HttpResponse& response) {
     if (response.status < firstSuccess || response.status > lastSuccess)
         return std::nullopt;
@@ -128,7 +133,7 @@ std::optional<QImage> FaviconService::loadSavedIcon(const QUuid& id) {
         return std::nullopt;
     if (m_files.exists(*path))
         return imageAt(m_files, *path);
-    const QString legacyPath = *m_directories.applicationSupport + u"/Wrapio/app-icon.png"_s;
+    const QString legacyPath = legacyIconPath(m_directories);
     if (!m_files.exists(legacyPath))
         return std::nullopt;
     printDiagnostics(u"[FaviconService] Found legacy icon, migrating to "_s + canonicalText(id));
@@ -138,6 +143,11 @@ std::optional<QImage> FaviconService::loadSavedIcon(const QUuid& id) {
         static_cast<void>(m_files.remove(legacyPath));
     }
     return image;
+}
+
+bool FaviconService::hasSavedIcon(const QUuid& id) const {
+    const auto path = getIconPath(id);
+    return path && (m_files.exists(*path) || m_files.exists(legacyIconPath(m_directories)));
 }
 
 void FaviconService::deleteSavedIcon(const QUuid& id) {

@@ -36,6 +36,8 @@ public:
     std::optional<QString> saveIcon(const QImage& image, const QUuid& id);
     /// An app's saved icon. An icon of the older layout goes to the first app that asks.
     [[nodiscard]] std::optional<QImage> loadSavedIcon(const QUuid& id);
+    /// Whether loadSavedIcon() has something to read; whether that is an image is not looked at.
+    [[nodiscard]] bool hasSavedIcon(const QUuid& id) const;
     /// Removes an app's saved icon, if there is one.
     void deleteSavedIcon(const QUuid& id);
     /// How often an app's saved icon was written or removed in this run: what is drawn of an older one is out of date.

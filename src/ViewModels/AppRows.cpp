@@ -63,7 +63,11 @@ AppRows::Row AppRows::rowOf(const AppConfiguration& record, const Row& known, bo
     row.isRunning = isRunning;
     row.isOutdated = isOutdated;
     row.iconRevision = revision;
-    row.iconUrl = appIconUrl(record.id, revision);
+    // Asking for a picture that does not exist would be reported as an error each time a card is made.
+    if (!known || known->iconRevision != revision)
+        row.iconUrl = m_sources.hasIcon(record.id) ? appIconUrl(record.id, revision) : QString();
+    else
+        row.iconUrl = known->iconUrl;
     return std::make_shared<const AppRow>(std::move(row));
 }
 

@@ -20,7 +20,7 @@ struct AppRow {
     QUuid id;
     QString displayName;
     QString host;
-    QString iconUrl;
+    QString iconUrl;     ///< empty when no icon is saved
     QString bundleHint;  ///< empty when there is nothing to hint at
     bool isRunning = false;
     bool isOutdated = false;
@@ -47,6 +47,8 @@ public:
     struct Sources {
         std::function<bool(const AppConfiguration&)> isOutdated;
         std::function<quint64(const QUuid&)> iconRevision;
+        /// Asked anew only when the revision has changed.
+        std::function<bool(const QUuid&)> hasIcon;
     };
 
     explicit AppRows(Sources sources)

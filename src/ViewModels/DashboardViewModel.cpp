@@ -15,7 +15,8 @@ namespace wrapio {
 DashboardViewModel::DashboardViewModel(const ViewModelServices& services)
     : m_services(services)
     , m_rows({.isOutdated = [this](const AppConfiguration& config) { return isOutdated(config); },
-              .iconRevision = [this](const QUuid& id) { return m_services.faviconService.iconRevision(id); }}) {
+              .iconRevision = [this](const QUuid& id) { return m_services.faviconService.iconRevision(id); },
+              .hasIcon = [this](const QUuid& id) { return m_services.faviconService.hasSavedIcon(id); }}) {
     forwardAll();
     observeServices();
     readTemplateVersion();

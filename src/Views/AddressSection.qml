@@ -56,10 +56,14 @@ SectionCard {
         ink: Colors.warning
         text: root.editor ? root.editor.nameHint : ""
     }
-    LinkButton {
+    Row {
+        leftPadding: -Metrics.small
         visible: root.editor ? root.editor.safeName !== "" : false
-        text: qsTr("Use “%1” instead").arg(root.editor ? root.editor.safeName : "")
-        onClicked: root.editor.takeSafeName()
+
+        LinkButton {
+            text: qsTr("Use “%1” instead").arg(root.editor ? root.editor.safeName : "")
+            onClicked: root.editor.takeSafeName()
+        }
     }
     HintLine {
         width: parent.width

@@ -39,7 +39,7 @@ Sheet {
             editor: root.editor
             templates: root.templates
             section: root.section
-            onCancelRequested: root.editor.cancel()
+            onCancel: root.editor.cancel()
         }
     }
     Component {

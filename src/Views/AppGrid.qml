@@ -17,8 +17,10 @@ FocusScope {
     readonly property real cardWidth: Math.floor(Math.min(Metrics.largestCard, (roomForRows - (columns - 1) * Metrics.gridGap) / columns))
     readonly property real rowWidth: columns * (cardWidth + Metrics.gridGap) - Metrics.gridGap
     readonly property alias view: view
+    readonly property alias menu: menu
 
     signal configureRequested(string appId, string section)
+    signal websiteRequested(string appId)
 
     clip: true
 
@@ -138,7 +140,7 @@ FocusScope {
         onQuitRequested: appId => root.viewModel.quitApp(appId)
         onUpdateRequested: appId => root.viewModel.updateApp(appId)
         onConfigureRequested: appId => root.configureRequested(appId, "")
-        onWebsiteRequested: appId => root.viewModel.openWebsite(appId)
+        onWebsiteRequested: appId => root.websiteRequested(appId)
         onSettingsRequested: appId => root.configureRequested(appId, "options")
         onDeleteRequested: appId => root.viewModel.requestDelete(appId)
     }

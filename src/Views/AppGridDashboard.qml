@@ -17,6 +17,9 @@ FocusScope {
     readonly property bool isEmpty: viewModel.appCount === 0
     readonly property real pageWidth: width - 2 * Metrics.page
 
+    /// The site of an app is to be shown.
+    signal websiteRequested(string appId)
+
     onVisibleChanged: appear()
     Component.onCompleted: appear()
     Accessible.role: Accessible.Pane
@@ -59,6 +62,7 @@ FocusScope {
         roomForRows: root.pageWidth
         viewModel: root.viewModel
         onConfigureRequested: (appId, section) => root.configure(appId, section)
+        onWebsiteRequested: appId => root.websiteRequested(appId)
     }
     Text {
         anchors.centerIn: grid
@@ -67,18 +71,22 @@ FocusScope {
         font: Typography.headline
         color: Colors.textSecondary
     }
-    EmptyStateView {
+    Loader {
         anchors.fill: parent
         anchors.topMargin: header.y + header.height
-        visible: root.isEmpty
+        active: root.isEmpty
         focus: root.isEmpty
-        templates: root.viewModel.templates
-        onCreateRequested: root.create()
-        onTemplateRequested: stableId => root.viewModel.createFromTemplate(stableId)
+
+        sourceComponent: EmptyStateView {
+            focus: true
+            templates: root.viewModel.templates
+            onCreate: root.create()
+            onCreateFromTemplate: stableId => root.viewModel.createFromTemplate(stableId)
+        }
     }
     UndoToast {
         deleted: root.viewModel.undoableDelete
-        onUndoRequested: root.viewModel.undoDelete()
+        onUndo: root.viewModel.undoDelete()
     }
 
     DeleteDialog {

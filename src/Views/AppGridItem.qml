@@ -143,7 +143,15 @@ Item {
             dragThreshold: 6
             grabPermissions: PointerHandler.CanTakeOverFromAnything
             acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
-            onActiveChanged: active ? root.lifted(centroid.scenePressPosition) : root.letGo()
+            onActiveChanged: {
+                if (!active) {
+                    root.letGo();
+                    return;
+                }
+                root.lifted(centroid.scenePressPosition);
+                // A quick hand is elsewhere by now, and may not move again.
+                root.carried(centroid.scenePosition);
+            }
             onCentroidChanged: if (active) root.carried(centroid.scenePosition)
         }
 

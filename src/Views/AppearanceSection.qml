@@ -73,8 +73,13 @@ SectionCard {
         checked: root.form ? root.form.themeBorderEnabled : false
         onToggled: checked => root.form.themeBorderEnabled = checked
     }
-    LinkButton {
-        text: qsTr("Reset to Default")
-        onClicked: root.form.resetAppearance()
+    // The text, not the edge that appears under the pointer, stands below the others.
+    Row {
+        leftPadding: -Metrics.small
+
+        LinkButton {
+            text: qsTr("Reset to Default")
+            onClicked: root.form.resetAppearance()
+        }
     }
 }

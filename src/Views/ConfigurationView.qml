@@ -19,7 +19,7 @@ FocusScope {
     readonly property alias scrolling: flickable
 
     signal saved
-    signal cancelRequested
+    signal cancel
 
     implicitWidth: Metrics.editorWidth
     implicitHeight: heading.height + column.implicitHeight + 2 * Metrics.huge + actions.height
@@ -145,7 +145,7 @@ FocusScope {
         isEdit: root.isEdit
         canSave: root.viewModel ? root.viewModel.isValidURL : false
         onSaveRequested: root.save()
-        onCancelRequested: root.cancelRequested()
+        onCancelRequested: root.cancel()
         onRemoveRequested: removal.open()
     }
     RemoveAppDialog {

@@ -10,7 +10,8 @@ Item {
     required property DashboardViewModel viewModel
     readonly property var progress: viewModel.isUpdatingAll ? viewModel.updateProgress : viewModel.exchangeProgress
     /// The actions stand below the title where both do not fit side by side.
-    readonly property bool isStacked: titles.implicitWidth + actions.implicitWidth + Metrics.huge > width
+    readonly property bool isStacked: Math.max(heading.implicitWidth, counts.inOneLine) + buttonsWidth + (search.visible ? search.implicitWidth : 0) + Metrics.huge > width
+    readonly property real buttonsWidth: more.width + createButton.width + 2 * Metrics.small
 
     signal createRequested
     /// The person goes from the search to what it has found.
@@ -29,28 +30,36 @@ Item {
         spacing: Metrics.tiny
 
         Text {
+            id: heading
+
             text: qsTr("App Inventory")
             font: Typography.display
             color: Colors.textPrimary
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
-        Row {
+        Flow {
             id: counts
 
-            height: Math.max(Metrics.compactHeight, count.implicitHeight)
+            readonly property real inOneLine: count.implicitWidth + (updates.visible ? spacing + updates.implicitWidth : 0) + (working.visible ? spacing + working.implicitWidth : 0)
+
+            // Text at twice its size goes on in the next line.
+            width: Math.min(inOneLine, root.width)
             spacing: Metrics.small
 
             Text {
                 id: count
 
-                anchors.verticalCenter: parent.verticalCenter
+                height: Metrics.compactHeight
+                verticalAlignment: Text.AlignVCenter
                 text: root.viewModel.appCount + qsTr(" standalone apps configured")
                 font: Typography.label
                 color: Colors.textSecondary
             }
             Row {
-                height: parent.height
+                id: updates
+
+                height: Metrics.compactHeight
                 spacing: Metrics.tiny
                 visible: root.viewModel.outdatedCount > 0 && !root.progress
 
@@ -76,7 +85,9 @@ Item {
                 }
             }
             Row {
-                height: parent.height
+                id: working
+
+                height: Metrics.compactHeight
                 spacing: Metrics.small
                 visible: root.progress !== undefined && root.progress !== null
 
@@ -109,6 +120,7 @@ Item {
             id: search
 
             visible: root.viewModel.appCount > 0
+            width: root.isStacked ? root.width - root.buttonsWidth : implicitWidth
             placeholderText: qsTr("Filter apps...")
             text: root.viewModel.searchText
             onTextChanged: if (text !== root.viewModel.searchText) root.viewModel.searchText = text
@@ -140,6 +152,8 @@ Item {
             }
         }
         ActionButton {
+            id: createButton
+
             kind: ActionButton.Main
             symbol: "plus"
             text: qsTr("Create App")

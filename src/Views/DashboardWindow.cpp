@@ -58,6 +58,7 @@ bool DashboardWindow::open() {
         return false;
     }
     connect(m_window, SIGNAL(reloadRequested()), this, SLOT(postReload()));
+    connect(m_window, SIGNAL(websiteRequested(QString)), this, SLOT(openSite(QString)));
     connect(m_window, &QQuickWindow::visibleChanged, this, [this](bool visible) {
         // In a later turn: the window is still being told that it is closed.
         if (!visible)
@@ -96,6 +97,11 @@ void DashboardWindow::takeRequests() {
         m_viewModel->createFromURLRequest(*request);
     if (const auto request = WrapioURLBridge::takePendingImportSessionRequest())
         m_viewModel->importSessionFromURLRequest(*request);
+}
+
+void DashboardWindow::openSite(const QString& appId) {
+    if (!m_openSite || !m_openSite(QUuid(appId)))
+        m_viewModel->openWebsite(appId);
 }
 
 void DashboardWindow::postReload() {

@@ -31,6 +31,9 @@ public:
     bool show(const QString& activationToken = {});
     /// Closes the window and gives back what it took. What is typed into an open sheet is lost, as with Cancel.
     void close();
+    /// Shows sites with `open` from now on: it takes an app and answers whether its site is shown. Those that are not,
+    /// and all while nothing is set, go to the default browser.
+    void setSiteOpener(std::function<bool(const QUuid&)> open) { m_openSite = std::move(open); }
     /// Shows the settings: the form of the app that is selected in the catalogue.
     void showSettings();
 
@@ -52,6 +55,7 @@ private:
 
 private Q_SLOTS:
     void postReload();
+    void openSite(const QString& appId);
 
 private:
     ViewModelServices m_services;
@@ -60,6 +64,7 @@ private:
     std::unique_ptr<DashboardViewModel> m_viewModel;
     std::unique_ptr<class SettingsWindow> m_settings;
     QPointer<QQuickWindow> m_window;
+    std::function<bool(const QUuid&)> m_openSite;
     std::vector<Subscription> m_subscriptions;
 };
 

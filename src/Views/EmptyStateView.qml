@@ -9,8 +9,8 @@ FocusScope {
 
     property var templates: []
 
-    signal createRequested
-    signal templateRequested(string stableId)
+    signal create
+    signal createFromTemplate(string stableId)
 
     Flickable {
         anchors.fill: parent
@@ -62,7 +62,7 @@ FocusScope {
                 symbol: "plus.circle.fill"
                 text: qsTr("Create Custom App")
                 focus: true
-                onClicked: root.createRequested()
+                onClicked: root.create()
             }
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -91,7 +91,7 @@ FocusScope {
 
                         width: Metrics.templateButton
                         template: modelData
-                        onClicked: root.templateRequested(modelData.stableId)
+                        onClicked: root.createFromTemplate(modelData.stableId)
                     }
                 }
             }

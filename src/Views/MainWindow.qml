@@ -10,6 +10,8 @@ Window {
 
     /// The Reload command was chosen.
     signal reloadRequested
+    /// The site of an app is to be shown.
+    signal websiteRequested(string appId)
 
     width: Metrics.windowWidth
     height: Metrics.windowHeight
@@ -22,6 +24,7 @@ Window {
         anchors.fill: parent
         viewModel: root.viewModel
         focus: true
+        onWebsiteRequested: appId => root.websiteRequested(appId)
     }
     Shortcut {
         sequences: ["Ctrl+R"]

@@ -19,7 +19,7 @@ Window {
         anchors.fill: parent
         focus: true
         editor: root.editor
-        onCancelRequested: root.close()
+        onCancel: root.close()
     }
     Connections {
         target: root.editor

@@ -10,11 +10,11 @@ ToastBubble {
     /// Kept while the toast leaves.
     property string name
 
-    signal undoRequested
+    signal undo
 
     onDeletedChanged: if (deleted) name = deleted.displayName
     shown: deleted !== undefined && deleted !== null
     message: "\"" + name + qsTr("\" deleted")
     actionText: qsTr("Undo")
-    onActionChosen: root.undoRequested()
+    onActionChosen: root.undo()
 }

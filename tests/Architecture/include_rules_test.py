@@ -28,6 +28,7 @@ ALLOWED = {
     "src/ViewModels/": BELOW_VIEW_MODELS | {"ViewModels"},
     "src/Design/": {"Design"},
     "src/Views/": BELOW_VIEW_MODELS | {"ViewModels", "Views", "Views/Components", "Design"},
+    "src/Views/Pages/": BELOW_VIEW_MODELS | {"Views/Components", "Views/Pages"},
     "src/Views/Widgets/": BELOW_VIEW_MODELS | {"Views", "Views/Widgets"},
     "src/Views/Components/": {"Design", "Views/Components"},
     "src/": EVERYTHING,
@@ -51,6 +52,7 @@ RESERVED = {
     r"libdeflate": ("src/Platform/PngEncoder.cpp", "src/Platform/Linux/", "tests/"),
     r"(sys/|linux/|fcntl\.h|dirent\.h|poll\.h|spawn\.h|pwd\.h)": (
         "src/Platform/Linux/", "src/Platform/Darwin/", "runner/", "tests/", "benchmarks/", "fuzz/"),
+    r"QtWebEngine|QWebEngine": ("src/Views/Pages/PageEnginePlugin.cpp",),
     r"QQuick|QQml|QtQuick|QtQml": ("src/Views/", "src/Design/", "src/WrapioApp", "src/AppDelegate", "src/main", "tests/",
                                    "benchmarks/"),
     r"Q(Application|Widget|Menu|Action|SystemTrayIcon|MessageBox|FileDialog|Label|Layout)\b|QtWidgets": (

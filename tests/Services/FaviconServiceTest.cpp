@@ -250,6 +250,20 @@ TEST_F(FaviconServiceTest, DeletesASavedIconAndIgnoresThatThereIsNone) {
     EXPECT_TRUE(output.lines().isEmpty());
 }
 
+TEST_F(FaviconServiceTest, KnowsWhetherThereIsAnIconToLoad) {
+    EXPECT_FALSE(favicons.hasSavedIcon(id));
+    favicons.saveIcon(plainImage(32, 32), id);
+    EXPECT_TRUE(favicons.hasSavedIcon(id));
+    favicons.deleteSavedIcon(id);
+    EXPECT_FALSE(favicons.hasSavedIcon(id));
+}
+
+TEST_F(FaviconServiceTest, CountsTheLegacyIconAsOneThatCanBeLoaded) {
+    putLegacyFile(png(64, 64));
+    EXPECT_TRUE(favicons.hasSavedIcon(id));
+    EXPECT_TRUE(favicons.loadSavedIcon(id));
+}
+
 TEST_F(FaviconServiceTest, CountsEveryChangeOfASavedIcon) {
     EXPECT_EQ(favicons.iconRevision(id), 0U);
     favicons.saveIcon(plainImage(32, 32), id);

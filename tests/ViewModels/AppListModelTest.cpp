@@ -63,8 +63,14 @@ protected:
     std::vector<AppConfiguration> records;
     std::set<QUuid> running;
     std::map<QUuid, quint64> revisions;
-    AppRows rows{{.isOutdated = [](const AppConfiguration& config) { return config.runnerVersion == u"1.0"_s; },
-                  .iconRevision = [this](const QUuid& id) { return revisions[id]; }}};
+    std::set<QUuid> withoutIcon;
+    [[nodiscard]] AppRows::Sources rowSources() {
+        return {.isOutdated = [](const AppConfiguration& config) { return config.runnerVersion == u"1.0"_s; },
+                .iconRevision = [this](const QUuid& id) { return revisions[id]; },
+                .hasIcon = [this](const QUuid& id) { return !withoutIcon.contains(id); }};
+    }
+
+    AppRows rows{rowSources()};
     AppListModel model;
     QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
     QStringList log;
@@ -92,6 +98,20 @@ TEST_F(AppListModelTest, gives_each_row_its_values_under_the_names_of_its_roles)
                                      "isOutdated", "iconUrl",     "bundleHint"};
     for (const QByteArray& name : names)
         EXPECT_TRUE(model.roleNames().values().contains(name)) << name.constData();
+}
+
+TEST_F(AppListModelTest, names_no_icon_where_none_is_saved_until_one_is) {
+    withoutIcon.insert(records[0].id);
+    rows = AppRows(rowSources());
+    show();
+    EXPECT_EQ(at(0, AppListModel::IconUrlRole).toString(), QString());
+    EXPECT_NE(at(1, AppListModel::IconUrlRole).toString(), QString());
+    withoutIcon.clear();
+    revisions[records[0].id] = 1;
+    show();
+    EXPECT_EQ(at(0, AppListModel::IconUrlRole).toString(),
+              u"image://appicon/"_s + canonicalText(records[0].id) + u"?1"_s);
+    log.clear();
 }
 
 TEST_F(AppListModelTest, has_nothing_to_say_about_rows_and_roles_that_do_not_exist) {

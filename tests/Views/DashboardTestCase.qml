@@ -60,8 +60,7 @@ TestCase {
     }
 
     function control(text) {
-        const found = all(root.Window.contentItem, each => each instanceof PressableButtonStyle && each.text === text)
-            .concat(all(screen.Window.window.contentItem, each => each instanceof PressableButtonStyle && each.text === text));
+        const found = all(root.Window.contentItem, each => each instanceof PressableButtonStyle && each.text === text);
         verify(found.length > 0, "a control called " + text);
         return found[found.length - 1];
     }
@@ -70,15 +69,19 @@ TestCase {
         return all(screen, each => each instanceof AppGrid)[0];
     }
 
-    function card(name) {
+    function cardOrNull(name) {
         const view = grid().view;
-        tryVerify(() => view.count === 0 || view.itemAtIndex(0) !== null);
         for (let index = 0; index < view.count; ++index) {
             const item = view.itemAtIndex(index);
             if (item && item.displayName === name)
                 return item;
         }
-        fail("no card of " + name);
+        return null;
+    }
+
+    function card(name) {
+        tryVerify(() => cardOrNull(name) !== null, 5000, "a card of " + name);
+        return cardOrNull(name);
     }
 
     function centerOf(item) {

@@ -2,7 +2,7 @@
 
 #include "Fakes/ManualScheduler.h"
 #include "Fakes/PrintQt.h"
-#include "Offline/OfflineFixture.h"
+#include "Offline/DashboardScreen.h"
 #include "Services/Notifications.h"
 #include "Services/WrapioURLBridge.h"
 
@@ -28,6 +28,7 @@ protected:
         static auto* const application = new QGuiApplication(count, nullptr);
         application->setApplicationDisplayName(u"Wrapio"_s);
     }
+    DashboardWindowTest() { addTemplatePictures(fixture.resources); }
     void TearDown() override {
         static_cast<void>(WrapioURLBridge::takePendingCreateRequest());
         static_cast<void>(WrapioURLBridge::takePendingImportSessionRequest());
@@ -133,6 +134,27 @@ TEST_F(DashboardWindowTest, shows_the_form_of_the_selected_app_as_settings) {
     for (const QWindow* window : QGuiApplication::topLevelWindows())
         isShown = isShown || (window->title() == u"Settings"_s && window->isVisible());
     EXPECT_TRUE(isShown);
+}
+
+TEST_F(DashboardWindowTest, shows_a_site_with_what_was_set_for_that) {
+    QList<QUuid> shown;
+    dashboard.setSiteOpener([&shown](const QUuid& app) {
+        shown << app;
+        return true;
+    });
+    ASSERT_TRUE(dashboard.show());
+    const QUuid app = fixture.store().configurations()[1].id;
+    QMetaObject::invokeMethod(dashboard.window(), "websiteRequested", Q_ARG(QString, canonicalText(app)));
+    EXPECT_EQ(shown, QList<QUuid>{app});
+    EXPECT_FALSE(fixture.workspace.log.contains(u"open https://calendar.example.com/"_s));
+}
+
+TEST_F(DashboardWindowTest, shows_a_site_in_the_default_browser_when_it_cannot_be_shown_here) {
+    dashboard.setSiteOpener([](const QUuid&) { return false; });
+    ASSERT_TRUE(dashboard.show());
+    const QUuid app = fixture.store().configurations()[1].id;
+    QMetaObject::invokeMethod(dashboard.window(), "websiteRequested", Q_ARG(QString, canonicalText(app)));
+    EXPECT_TRUE(fixture.workspace.log.contains(u"open https://calendar.example.com/"_s));
 }
 
 TEST_F(DashboardWindowTest, has_accessible_names_for_everything_that_can_be_reached) {

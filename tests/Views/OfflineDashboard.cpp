@@ -17,9 +17,27 @@ std::optional<AppConfiguration> named(const ConfigurationManager& store, const Q
 
 }  // namespace
 
+std::mutex OfflineDashboard::s_iconsMutex;
+FaviconService* OfflineDashboard::s_icons = nullptr;
+
+OfflineDashboard::~OfflineDashboard() {
+    const std::lock_guard lock(s_iconsMutex);
+    s_icons = nullptr;
+}
+
+QImage OfflineDashboard::savedIcon(const QString& id) {
+    const std::lock_guard lock(s_iconsMutex);
+    return s_icons ? s_icons->loadSavedIcon(QUuid(id)).value_or(QImage()) : QImage();
+}
+
 void OfflineDashboard::setFixture(const QString& name) {
     m_name = name;
-    m_fixture = std::make_unique<OfflineFixture>(name, m_scheduler);
+    {
+        const std::lock_guard lock(s_iconsMutex);
+        s_icons = nullptr;
+        m_fixture = std::make_unique<OfflineFixture>(name, m_scheduler);
+        s_icons = &m_fixture->favicons();
+    }
     m_scheduler.advance(1.0);
     Q_EMIT changed();
 }

@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <mutex>
 
 namespace wrapio {
 
@@ -18,6 +19,10 @@ class OfflineDashboard : public QObject {
 
 public:
     using QObject::QObject;
+    ~OfflineDashboard() override;
+
+    /// The saved icon of an app of the catalogue that was chosen last; null when there is none. Any thread.
+    [[nodiscard]] static QImage savedIcon(const QString& id);
 
     [[nodiscard]] QString fixture() const { return m_name; }
     void setFixture(const QString& name);
@@ -47,6 +52,9 @@ Q_SIGNALS:
     void changed();
 
 private:
+    static std::mutex s_iconsMutex;
+    static FaviconService* s_icons;
+
     ManualScheduler m_scheduler;
     QString m_name;
     std::unique_ptr<OfflineFixture> m_fixture;

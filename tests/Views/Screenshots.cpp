@@ -75,8 +75,8 @@ void point(const Scene& scene, int card) {
 void openMenu(const Scene& scene) {
     QQuickItem* const grid = scene.find("AppGrid_");
     QQuickItem* const card = scene.find("AppGridItem", 1);
-    QMetaObject::invokeMethod(grid, "openMenu", Q_ARG(QVariant, QVariant::fromValue(card)), Q_ARG(double, 90.0),
-                              Q_ARG(double, 80.0));
+    QMetaObject::invokeMethod(grid->property("menu").value<QObject*>(), "openFor",
+                              Q_ARG(QVariant, QVariant::fromValue(card)), Q_ARG(double, 90.0), Q_ARG(double, 80.0));
 }
 
 void edit(const Scene& scene, double scrolled) {
@@ -93,6 +93,12 @@ void edit(const Scene& scene, double scrolled) {
     }
 }
 
+void rename(const Scene& scene, std::size_t number, const QString& name) {
+    AppConfiguration record = scene.fixture.store().configurations().at(number);
+    record.appName = name;
+    scene.fixture.store().updateConfiguration(record);
+}
+
 std::vector<State> states() {
     std::vector<State> all = {
         {.name = u"empty"_s, .fixture = u"empty"_s},
@@ -101,6 +107,15 @@ std::vector<State> states() {
         {.name = u"thousand"_s, .fixture = u"thousand"_s, .size = wide},
         {.name = u"running"_s, .fixture = u"running"_s, .prepare = [](const Scene& s) { point(s, 1); }},
         {.name = u"outdated"_s, .fixture = u"outdated"_s, .prepare = [](const Scene& s) { point(s, 2); }},
+        {.name = u"names"_s,
+         .fixture = u"running"_s,
+         .prepare =
+             [](const Scene& s) {
+                 rename(s, 0, u"A name that goes on and on and would not fit into any card"_s);
+                 rename(s, 1, u"דואר אלקטרוני ויומן פגישות משותף"_s);
+                 rename(s, 2, u"البريد"_s);
+                 rename(s, 3, u"Notes. Chat/Mail"_s);
+             }},
         {.name = u"filter"_s,
          .fixture = u"dozen"_s,
          .prepare = [](const Scene& s) { s.model().setSearchText(u"ma"_s); }},

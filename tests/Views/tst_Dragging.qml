@@ -61,6 +61,16 @@ Item {
             mouseRelease(root, end.x, end.y);
         }
 
+        function test_follows_a_hand_that_is_elsewhere_by_the_time_the_drag_begins() {
+            const start = place(0);
+            const end = place(2);
+            mousePress(root, start.x, start.y);
+            mouseMove(root, end.x, end.y);
+            tryCompare(grid, "isDragging", true);
+            tryVerify(() => offline.names().indexOf("Mail") === 2);
+            release(2);
+        }
+
         function test_reorders_as_soon_as_the_card_comes_over_another() {
             drag(0, 2);
             tryVerify(() => offline.names()[2] === "Mail");

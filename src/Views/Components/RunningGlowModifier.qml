@@ -20,9 +20,10 @@ Item {
     }
 
     ElevationShadow {
-        blur: 14
+        blur: 18
         color: Colors.success
-        opacity: 0.1 + 0.16 * root.light
+        // Text on the card must stay legible.
+        opacity: 0.05 + 0.09 * root.light
     }
     Rectangle {
         anchors.fill: parent

@@ -1,7 +1,9 @@
 #include "Views/Widgets/PopupMenu.h"
 
-#include <QGuiApplication>
+#include <QAbstractButton>
+#include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 #include <utility>
 
@@ -28,6 +30,20 @@ QFont fontOf(const MenuItem& item, QFont font) {
 
 QKeySequence shortcutOf(const MenuItem& item) {
     return item.keyEquivalent ? QKeySequence(u"Ctrl+"_s + item.keyEquivalent->key.toUpper()) : QKeySequence();
+}
+
+/// What lies under the pointer in a window of this program that takes no activation.
+QWidget* besideMenu(const QWidget& menu, QPoint place) {
+    QWidget* const widget = QApplication::widgetAt(place);
+    const bool isPanel = widget && widget->window() != &menu &&
+                         widget->window()->testAttribute(Qt::WA_ShowWithoutActivating);
+    return isPanel ? widget : nullptr;
+}
+
+void hand(QWidget& widget, const QMouseEvent& event) {
+    QMouseEvent same(event.type(), widget.mapFromGlobal(event.globalPosition()), event.globalPosition(), event.button(),
+                     event.buttons(), event.modifiers());
+    QCoreApplication::sendEvent(&widget, &same);
 }
 
 }  // namespace
@@ -146,6 +162,26 @@ void PopupMenu::keyReleaseEvent(QKeyEvent* event) {
         event->accept();
     else
         QMenu::keyReleaseEvent(event);
+}
+
+void PopupMenu::mousePressEvent(QMouseEvent* event) {
+    m_pressedBeside = besideMenu(*this, event->globalPosition().toPoint());
+    if (m_pressedBeside)
+        hand(*m_pressedBeside, *event);
+    else
+        QMenu::mousePressEvent(event);
+}
+
+void PopupMenu::mouseReleaseEvent(QMouseEvent* event) {
+    const QPointer<QWidget> pressed = std::exchange(m_pressedBeside, nullptr);
+    if (!pressed) {
+        QMenu::mouseReleaseEvent(event);
+        return;
+    }
+    const bool isDone = qobject_cast<QAbstractButton*>(pressed);
+    hand(*pressed, *event);
+    if (isDone)
+        close();
 }
 
 }  // namespace wrapio

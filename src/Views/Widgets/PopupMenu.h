@@ -5,10 +5,12 @@
 #include "Views/Widgets/MenuStyle.h"
 
 #include <QMenu>
+#include <QPointer>
 
 namespace wrapio {
 
-/// Tells its delegate what people do in it. It stays open while Alt is pressed.
+/// Tells its delegate what people do in it. It stays open while Alt is pressed, and lets a panel that is shown beside it
+/// be used: such a panel takes no activation, so its buttons must not cost the menu a click.
 class PopupMenu final : public QMenu {
     Q_OBJECT
 
@@ -31,6 +33,8 @@ protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     [[nodiscard]] const MenuItem* itemOf(const QAction* action) const;
@@ -42,6 +46,7 @@ private:
     MenuDelegate* m_delegate = nullptr;
     const MenuItems* m_items = nullptr;
     const QAction* m_reported = nullptr;
+    QPointer<QWidget> m_pressedBeside;  ///< where a press went that the pointer's grab brought here
     bool m_isReplacing = false;
     bool m_isFilled = false;  ///< nothing is made for a menu that nobody opens
 };

@@ -72,10 +72,12 @@ class Window(RunnerCase):
         wait_for(lambda: "FULLSCREEN" not in self.desktop.property(window, "_NET_WM_STATE"), "the window")
 
     def test_size_and_place_are_remembered(self):
+        self.site.page("/", GREEN_PAGE + "<script>onresize = () => fetch('/wide-' + innerWidth)</script>")
         app = self.started()
         window = app.window()
         self.desktop.run("xdotool", "windowsize", window, "700", "500", "windowmove", window, "123", "210")
         wait_for(lambda: self.desktop.geometry(window) == (123, 210, 700, 500), "the moved window")
+        wait_for(lambda: self.seen_number("/wide-") and int(self.seen_number("/wide-")) <= 700, "the app to know")
         self.assertEqual(app.quit(), 0)
         app.start()
         wait_for(lambda: self.desktop.geometry(app.window()) == (123, 210, 700, 500), "the remembered place")

@@ -75,7 +75,8 @@ TEST_F(LinuxScreenCaptureTest, a_window_on_the_display_is_taken_from_there) {
     StandInSocket app(folder.path(), record);
     app.reply = StandInSocket::picture(QSize(30, 20), Qt::blue);
     windows.open(process, QRect(10, 10, 200, 100), Qt::red);
-    ASSERT_TRUE(waitUntil([this] { return list(capture).value().front().frame.size() == QSizeF(200, 100); }));
+    ASSERT_TRUE(waitUntil([this] { return list(capture).value().front().frame.size() == QSizeF(200, 100); }))
+        << testing::PrintToString(list(capture).value().front().frame.size());
     app.connections = 0;
     const auto listed = list(capture).value();
     EXPECT_EQ(listed.front().frame.size(), QSizeF(200, 100));

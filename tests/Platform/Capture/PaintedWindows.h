@@ -9,8 +9,10 @@
 #include <gtest/gtest.h>
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <cstring>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace wrapio {
@@ -117,6 +119,24 @@ private:
         ::xcb_map_window(m_connection, window);
         m_open.push_back(window);
         finish();
+        // A window manager that has only just started may overlook a window; then it is shown again.
+        constexpr int looks = 6000;
+        for (int look = 1; look <= looks; ++look) {
+            if (isManaged(window))
+                return;
+            if (look % 100 == 0) {
+                ::xcb_unmap_window(m_connection, window);
+                ::xcb_map_window(m_connection, window);
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        ADD_FAILURE() << "no window manager takes the window";
+    }
+    [[nodiscard]] bool isManaged(xcb_window_t window) const {
+        const xcb_atom_t state = atom("WM_STATE");
+        const auto cookie = ::xcb_get_property(m_connection, 0, window, state, state, 0, 1);
+        const auto reply = x11::owned(::xcb_get_property_reply(m_connection, cookie, nullptr));
+        return reply && reply->length > 0;
     }
     [[nodiscard]] xcb_visualid_t alphaVisual() const {
         for (auto depths = ::xcb_screen_allowed_depths_iterator(m_screen); depths.rem > 0; ::xcb_depth_next(&depths)) {

@@ -1,6 +1,7 @@
 // A display, a window manager and a session bus that are nobody else's.
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -11,7 +12,7 @@ class PrivateDesktop {
 public:
     PrivateDesktop() {
         const QByteArray display = firstLine(m_display, QStringLiteral("Xvfb"),
-                                             {"-displayfd", "1", "-screen", "0", "800x600x24", "-nolisten", "tcp"});
+                                             {"-displayfd", "1", "-screen", "0", "800x600x24", "-noreset", "-nolisten", "tcp"});
         const QByteArray bus =
             firstLine(m_bus, QStringLiteral("dbus-daemon"), {"--session", "--nofork", "--print-address=1"});
         if (display.isEmpty() || bus.isEmpty())
@@ -20,7 +21,7 @@ public:
         qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
         m_windowManager.setStandardErrorFile(QProcess::nullDevice());
         m_windowManager.start(QStringLiteral("openbox"), {});
-        m_works = m_windowManager.waitForStarted();
+        m_works = m_windowManager.waitForStarted() && isManaged();
     }
     PrivateDesktop(const PrivateDesktop&) = delete;
     PrivateDesktop& operator=(const PrivateDesktop&) = delete;
@@ -34,6 +35,18 @@ public:
     [[nodiscard]] bool works() const { return m_works; }
 
 private:
+    /// Waits for the window manager: it leaves windows alone that appear while it starts.
+    static bool isManaged() {
+        QDeadlineTimer patience(60000);
+        while (!patience.hasExpired()) {
+            QProcess look;
+            look.start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_SUPPORTING_WM_CHECK")});
+            if (look.waitForFinished() && look.readAllStandardOutput().contains("window id"))
+                return true;
+        }
+        return false;
+    }
+
     static QByteArray firstLine(QProcess& process, const QString& program, std::initializer_list<const char*> words) {
         QStringList arguments;
         for (const char* const word : words)

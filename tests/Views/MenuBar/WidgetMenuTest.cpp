@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QStringList>
 
 #include <gtest/gtest.h>
@@ -65,6 +66,16 @@ protected:
         popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         ASSERT_TRUE(popup);
         log.clear();
+    }
+    /// As the toolkit tells of it: to the popup, which has grabbed the pointer.
+    void clickAt(QPoint place) const {
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            if (!menu.isOpen())
+                return;
+            QMouseEvent event(type, popup->mapFromGlobal(place), place, Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(popup, &event);
+        }
     }
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = {}) const {
         QKeyEvent down(QEvent::KeyPress, key, modifiers, text);
@@ -220,6 +231,32 @@ TEST_F(WidgetMenuTest, nothing_is_made_for_a_closed_menu_of_a_thousand_apps) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(50));
     open(many);
     EXPECT_EQ(popup->actions().size(), 1000);
+}
+
+TEST_F(WidgetMenuTest, a_button_of_a_panel_beside_it_works_and_closes_it) {
+    QWidget panel(nullptr, Qt::ToolTip);
+    panel.setAttribute(Qt::WA_ShowWithoutActivating);
+    panel.setGeometry(400, 300, 200, 100);
+    QPushButton button(u"Launch"_s, &panel);
+    button.setGeometry(50, 50, 100, 30);
+    int clicks = 0;
+    QObject::connect(&button, &QPushButton::clicked, &button, [&clicks] { ++clicks; });
+    panel.show();
+    open({app(u"Mail"_s)});
+    clickAt(QPoint(405, 305));
+    EXPECT_TRUE(menu.isOpen()) << "a click beside the buttons of the panel";
+    clickAt(QPoint(500, 365));
+    EXPECT_EQ(clicks, 1);
+    EXPECT_FALSE(menu.isOpen());
+}
+
+TEST_F(WidgetMenuTest, a_click_anywhere_else_closes_it) {
+    QWidget window;
+    window.setGeometry(400, 300, 200, 100);
+    window.show();
+    open({app(u"Mail"_s)});
+    clickAt(QPoint(405, 305));
+    EXPECT_FALSE(menu.isOpen());
 }
 
 }  // namespace wrapio
