@@ -14,7 +14,7 @@ namespace {
 constexpr int mostNumbers = 10'000;
 constexpr std::size_t longestReason = 120;
 constexpr std::size_t mostRows = 4;  // of which those that are on their way always stay
-constexpr int largestHeight = 160;   // pixels
+constexpr int largestHeight = 200;   // pixels
 
 std::string downloadFolder() {
     const char* folder = g_get_user_special_dir(G_USER_DIRECTORY_DOWNLOAD);

@@ -15,8 +15,9 @@ struct Variable {
 };
 
 // Without a render node the GL stack would only emulate: half the memory and a tenth of the start-up time go for
-// nothing, the picture is the same.
-std::array<Variable, 2> softwareDrawing{{{"GSK_RENDERER", "cairo"}, {"WEBKIT_DISABLE_DMABUF_RENDERER", "1"}}};
+// nothing, the picture is the same. The toolkit would make a context all the same, which alone takes a tenth.
+std::array<Variable, 3> softwareDrawing{
+    {{"GSK_RENDERER", "cairo"}, {"WEBKIT_DISABLE_DMABUF_RENDERER", "1"}, {"GDK_DEBUG", "gl-disable"}}};
 
 bool hasRenderNode() {
     std::error_code failed;

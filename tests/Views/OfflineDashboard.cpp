@@ -1,6 +1,7 @@
 #include "Views/OfflineDashboard.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace wrapio {
 
@@ -32,14 +33,15 @@ QImage OfflineDashboard::savedIcon(const QString& id) {
 
 void OfflineDashboard::setFixture(const QString& name) {
     m_name = name;
+    // Goes last: what is on the screen is to find the new one first.
+    auto previous = std::exchange(m_fixture, std::make_unique<OfflineFixture>(name, m_scheduler));
     {
         const std::lock_guard lock(s_iconsMutex);
-        s_icons = nullptr;
-        m_fixture = std::make_unique<OfflineFixture>(name, m_scheduler);
         s_icons = &m_fixture->favicons();
     }
-    m_scheduler.advance(1.0);
     Q_EMIT changed();
+    previous.reset();
+    m_scheduler.advance(1.0);
 }
 
 QStringList OfflineDashboard::names() const {

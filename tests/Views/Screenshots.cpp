@@ -40,11 +40,19 @@ struct Scene {
     [[nodiscard]] QString app(int number) const {
         return canonicalText(fixture.store().configurations().at(static_cast<std::size_t>(number)).id);
     }
+    /// Cells have no owner among objects, only a place on the screen.
     [[nodiscard]] QQuickItem* find(const char* type, int number = 0) const {
-        for (QQuickItem* item : dashboard.window()->findChildren<QQuickItem*>()) {
-            if (item->isVisible() && QLatin1String(item->metaObject()->className()).startsWith(QLatin1String(type)) &&
-                number-- == 0)
-                return item;
+        return findBelow(dashboard.window()->contentItem(), type, number);
+    }
+
+    static QQuickItem* findBelow(const QQuickItem* item, const char* type, int& number) {
+        for (QQuickItem* child : item->childItems()) {
+            if (!child->isVisible())
+                continue;
+            if (QLatin1String(child->metaObject()->className()).startsWith(QLatin1String(type)) && number-- == 0)
+                return child;
+            if (QQuickItem* const found = findBelow(child, type, number))
+                return found;
         }
         return nullptr;
     }

@@ -22,7 +22,8 @@ WebEngineView {
     backgroundColor: Colors.background
     profile: WebEngineProfile {
         storageName: root.storageName
-        offTheRecord: false
+        // Once it has its name: it would make a store without one.
+        Component.onCompleted: offTheRecord = false
     }
     settings.fullScreenSupportEnabled: page.isFullScreenEnabled
     // Troubles are told by the screen.
