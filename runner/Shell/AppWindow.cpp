@@ -82,7 +82,8 @@ AppWindow::AppWindow(GtkApplication* application, const Bundle& bundle, const Pr
 AppWindow::~AppWindow() {
     m_launcherBadge.show({});
     g_signal_handlers_disconnect_by_data(m_view, this);
-    gtk_window_destroy(m_window);
+    // The page goes; the window itself goes with the process, for the reason that prepareToQuit() has.
+    gtk_window_set_child(m_window, nullptr);
 }
 
 void AppWindow::buildWindow(GtkApplication* application) {
@@ -151,7 +152,10 @@ void AppWindow::drawTo(std::function<void(std::string answer)> finish) const {
 
 void AppWindow::prepareToQuit(std::function<void()> finish) {
     m_placement.save(webkit_web_view_get_zoom_level(m_view));
-    gtk_widget_set_visible(GTK_WIDGET(m_window), FALSE);
+    // Only the surface: for a moment after its start, the toolkit crashes when a window goes that it has not yet told
+    // assistive programs about, and nothing would be saved.
+    if (GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(m_window)))
+        gdk_surface_hide(surface);
     if (m_isReady)
         m_cookies.save(std::move(finish));
     else
