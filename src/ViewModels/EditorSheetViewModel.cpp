@@ -100,7 +100,7 @@ void EditorSheetViewModel::catalogueChanged() {
     if (std::exchange(m_hintsAreDue, true))
         return;
     m_services.scheduler.async([self = QPointer(this)] {
-        if (self)
+        if (self && !self->m_isFinished)
             self->updateHints();
     });
 }

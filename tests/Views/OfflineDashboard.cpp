@@ -40,6 +40,8 @@ void OfflineDashboard::setFixture(const QString& name) {
         s_icons = &m_fixture->favicons();
     }
     Q_EMIT changed();
+    // What was closed with it may still wait for its turn.
+    m_scheduler.runPending();
     previous.reset();
     m_scheduler.advance(1.0);
 }
