@@ -43,7 +43,7 @@ private:
 
     const Resources& m_resources;
     std::function<bool()> m_blends;
-    std::unique_ptr<PreviewContentView> m_window;
+    std::unique_ptr<PreviewContentView> m_hostingView;
     PreviewContent m_content;
     QSizeF m_size;
     QPointF m_origin;
