@@ -82,8 +82,7 @@ AppWindow::AppWindow(GtkApplication* application, const Bundle& bundle, const Pr
 AppWindow::~AppWindow() {
     m_launcherBadge.show({});
     g_signal_handlers_disconnect_by_data(m_view, this);
-    // The page goes; the window itself goes with the process, for the reason that prepareToQuit() has.
-    gtk_window_set_child(m_window, nullptr);
+    // The window and its page go with the process, for the reason that prepareToQuit() has.
 }
 
 void AppWindow::buildWindow(GtkApplication* application) {
