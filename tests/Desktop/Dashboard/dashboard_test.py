@@ -45,11 +45,11 @@ class DashboardTest(ManagerCase):
     def launch_by_click(self):
         self.wait_until_gone("push button", "Cancel")
         self.click("push button", "Desk")
-        wait_for(lambda: self.process_of("Desk"), "the app to run", 60)
+        wait_for(lambda: self.desktop.process_of("Desk"), "the app to run", 60)
         wait_for(lambda: "running" in self.find("push button", "Desk")["description"], "the card to tell of it", 60)
         self.picture("running")
         self.wrapio("quit", "Desk")
-        wait_for(lambda: not self.process_of("Desk"), "the app to end", 60)
+        wait_for(lambda: not self.desktop.process_of("Desk"), "the app to end", 60)
 
     def rename(self):
         self.wrapio("edit", "Desk")

@@ -3,7 +3,6 @@ import http.server
 import json
 import os
 import pathlib
-import signal
 import socket
 import struct
 import subprocess
@@ -116,22 +115,8 @@ class ManagerCase(unittest.TestCase):
     def names(self):
         return [app["displayName"] for app in self.apps()]
 
-    def process_of(self, name):
-        """The process that runs the app's bundle; nothing when there is none."""
-        for entry in pathlib.Path("/proc").iterdir():
-            try:
-                program = os.readlink(entry / "exe") if entry.name.isdigit() else ""
-            except OSError:
-                continue
-            if program.startswith(str(self.desktop.root)) and f"/{name}.app/" in program:
-                return int(entry.name)
-        return None
-
     def end_apps(self):
-        for name in ("Desk", "Table"):
-            process = self.process_of(name)
-            if process:
-                os.kill(process, signal.SIGKILL)
+        self.desktop.end_apps("Desk", "Table")
 
     # What is on the screen
 

@@ -134,21 +134,10 @@ class MenuBarTest(unittest.TestCase):
         self.site.page(f"/{name.lower()}-color", f"rgb{color}")
 
     def app_process(self, name):
-        """The process that runs the app's bundle; nothing when there is none."""
-        for entry in pathlib.Path("/proc").iterdir():
-            try:
-                program = os.readlink(entry / "exe") if entry.name.isdigit() else ""
-            except OSError:
-                continue
-            if program.startswith(str(self.desktop.root)) and f"/{name}.app/" in program:
-                return int(entry.name)
-        return None
+        return self.desktop.process_of(name)
 
     def end_apps(self):
-        for name in ("Red", "Blue"):
-            process = self.app_process(name)
-            if process:
-                os.kill(process, signal.SIGKILL)
+        self.desktop.end_apps("Red", "Blue")
 
     def launch(self, name):
         self.wrapio("launch", name)

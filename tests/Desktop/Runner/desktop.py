@@ -228,6 +228,21 @@ class Desktop:
         return [window for window in ids
                 if self.run("xprop", "-id", window, "_NET_WM_PID").strip().endswith(f"= {pid}")]
 
+    def process_of(self, name):
+        """The process that runs the app's bundle; nothing when there is none."""
+        for entry in pathlib.Path("/proc").iterdir():
+            try:
+                program = os.readlink(entry / "exe") if entry.name.isdigit() else ""
+            except OSError:
+                continue
+            if program.startswith(str(self.root)) and f"/{name}.app/" in program:
+                return int(entry.name)
+        return None
+
+    def end_apps(self, *names):
+        for process in filter(None, map(self.process_of, names)):
+            os.kill(process, signal.SIGKILL)
+
     def active_window(self):
         """The id of the window that has the keyboard, if any."""
         return self.run("xprop", "-root", "_NET_ACTIVE_WINDOW").partition("# ")[2].split(",")[0].strip()
