@@ -4,13 +4,15 @@
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QPalette>
 
 namespace wrapio {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Nobody tells the colour of the bar; this one is seen on light bars as well as on dark ones.
+constexpr QColor shapeColor(0x84, 0x8A, 0x94);
 
 bool isDisplayless() {
     const QString platform = QGuiApplication::platformName();
@@ -29,7 +31,7 @@ bool TrayStatusItem::hasButton() const {
 
 void TrayStatusItem::setImage(const StatusImage& image) {
     if (image.isTemplate)
-        m_icon = statusIcon(image.image, QGuiApplication::palette().color(QPalette::WindowText));
+        m_icon = statusIcon(image.image, shapeColor);
     else
         m_icon = QIcon(QPixmap::fromImage(image.image));
     if (m_tray)
