@@ -131,7 +131,7 @@ class Services:
 
 class Desktop:
     def __init__(self):
-        self.root = pathlib.Path(tempfile.mkdtemp(prefix="wrapio-desktop-"))
+        self.root = pathlib.Path(tempfile.mkdtemp(prefix="desktop-"))
         self.processes = []
         home = self.root / "home"
         self.runtime = self.root / "run"
