@@ -70,6 +70,8 @@ FocusScope {
         text: qsTr("No matching apps")
         font: Typography.headline
         color: Colors.textSecondary
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Loader {
         anchors.fill: parent
@@ -105,6 +107,9 @@ FocusScope {
         onDismissed: root.viewModel.dismissError()
     }
 
+    KeyboardReturn {
+        content: root
+    }
     Shortcut {
         sequences: [StandardKey.Find]
         onActivated: header.focusSearch()

@@ -55,6 +55,8 @@ Item {
                 text: root.viewModel.appCount + qsTr(" standalone apps configured")
                 font: Typography.label
                 color: Colors.textSecondary
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
             Row {
                 id: updates
@@ -76,6 +78,8 @@ Item {
                     text: root.viewModel.outdatedCount + qsTr(" updates available")
                     font: Typography.label
                     color: Colors.warning
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
                 LinkButton {
                     anchors.verticalCenter: parent.verticalCenter

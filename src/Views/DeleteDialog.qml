@@ -39,6 +39,8 @@ Sheet {
             font: Typography.body
             color: Colors.textSecondary
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
     footer: Row {

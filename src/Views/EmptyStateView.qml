@@ -51,6 +51,8 @@ FocusScope {
                 color: Colors.textSecondary
                 wrapMode: Text.Wrap
                 lineHeight: 1.25
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
             Item {
                 width: parent.width

@@ -44,6 +44,8 @@ Sheet {
             font: Typography.body
             color: Colors.textSecondary
             wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
         Text {
             width: parent.width
@@ -55,6 +57,8 @@ Sheet {
             wrapMode: Text.WrapAtWordBoundaryOrAnywhere
             elide: Text.ElideRight
             maximumLineCount: 4
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
     footer: Row {

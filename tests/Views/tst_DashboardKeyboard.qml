@@ -51,6 +51,31 @@ Item {
             offline.viewModel.cancelDelete();
         }
 
+        function test_gives_the_keyboard_back_to_the_card_when_a_question_is_answered() {
+            open("dozen");
+            focusGrid();
+            grid().view.currentIndex = 2;
+            keyClick(Qt.Key_Delete);
+            tryVerify(() => !grid().view.activeFocus);
+            keyClick(Qt.Key_Escape);
+            tryCompare(offline.viewModel, "pendingDeleteConfig", undefined);
+            tryVerify(() => grid().view.activeFocus);
+            verify(grid().view.currentItem.card.focused);
+            compare(grid().view.currentIndex, 2);
+        }
+
+        function test_gives_the_keyboard_back_to_the_search_from_which_a_sheet_was_opened() {
+            open("dozen");
+            keyClick(Qt.Key_F, Qt.ControlModifier);
+            const search = all(screen, each => each instanceof SearchField)[0];
+            verify(search.activeFocus);
+            keyClick(Qt.Key_N, Qt.ControlModifier);
+            tryVerify(() => !search.activeFocus);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => !offline.viewModel.editor);
+            tryVerify(() => search.activeFocus);
+        }
+
         function test_finds_and_creates_by_shortcut() {
             open("dozen");
             focusGrid();
