@@ -111,6 +111,12 @@ FocusScope {
                 from: 0
                 to: 1
             }
+            // A card that had gone comes back as it went.
+            SpringAnimator {
+                property: "scale"
+                from: 0.9
+                to: 1
+            }
         }
         displaced: Transition {
             enabled: !root.isDragging && !Appearance.reducedMotion
@@ -122,6 +128,10 @@ FocusScope {
             // A card that was still appearing when it was moved.
             FadeAnimator {
                 property: "opacity"
+                to: 1
+            }
+            SpringAnimator {
+                property: "scale"
                 to: 1
             }
         }
