@@ -1,9 +1,8 @@
-"""Drives the dashboard as a person does: types, clicks, drags and looks."""
-import argparse
-import pathlib
-
+"""Takes an app through its life in the dashboard, and looks at what assistive programs see of it."""
+import icon_site
 import manager
-from manager import IconSite, ManagerCase, wait_for
+from icon_site import IconSite
+from manager import ManagerCase, wait_for
 
 
 class DashboardTest(ManagerCase):
@@ -11,12 +10,6 @@ class DashboardTest(ManagerCase):
         super().setUp()
         self.site = IconSite()
         self.addCleanup(self.site.close)
-
-    def bundle(self, name):
-        return self.desktop.root / "home/Applications/Wrapio Apps" / f"{name}.app"
-
-    def create(self, name):
-        self.wrapio("create", self.site.address, "--name", name, "--dev", "--no-icon")
 
     def test_takes_an_app_from_its_address_to_its_end(self):
         self.start_manager()
@@ -67,63 +60,14 @@ class DashboardTest(ManagerCase):
         wait_for(self.bundle("Table").exists, "the bundle to come back")
         self.assertEqual(self.names(), ["Table"])
 
-    def test_filters_reorders_by_dragging_and_exports(self):
-        for name in ("Desk", "Chair", "Table"):
-            self.create(name)
-        self.start_manager()
-        self.find("push button", "Table")
-        self.drag("Desk", "Table")
-        wait_for(lambda: self.names() == ["Chair", "Table", "Desk"], "the new order")
-        self.key("ctrl+f")
-        self.type("tab")
-        self.wait_until_gone("push button", "Chair")
-        self.find("push button", "Table")
-        self.key("Escape")
-        self.find("push button", "Chair")
-        self.export()
-
-    def drag(self, card, onto):
-        from_x, from_y = self.middle(self.find("push button", card))
-        to_x, to_y = self.middle(self.find("push button", onto))
-        run = self.desktop.run
-        run("xdotool", "mousemove", "--sync", str(from_x), str(from_y), "mousedown", "1")
-        for step in range(1, 13):
-            run("xdotool", "mousemove", "--sync", str(from_x + (to_x - from_x) * step // 12),
-                str(from_y + (to_y - from_y) * step // 12))
-        wait_for(lambda: self.names() == ["Chair", "Table", "Desk"], "the move before the button is let go")
-        run("xdotool", "mouseup", "1")
-
-    def export(self):
-        target = self.desktop.root / "all.wrapio"
-        self.click("push button", "More actions")
-        self.click("menu item", "Export All Apps...")
-        wait_for(lambda: len(self.desktop.windows(self.manager.pid)) == 2, "the question for a file", 60)
-        self.key("ctrl+a")
-        self.type(str(target))
-        self.key("Return")
-        wait_for(lambda: target.exists() and target.stat().st_size > 0, "the archive", 60)
-
-    def test_is_raised_by_a_second_start_and_ends_with_its_window(self):
-        self.create("Desk")
-        self.start_manager()
-        window = self.window()
-        self.desktop.run("xdotool", "windowminimize", window)
-        wait_for(lambda: "IsViewable" not in self.desktop.run("xwininfo", "-id", window), "the window to be iconified")
-        self.wrapio()
-        wait_for(lambda: "IsViewable" in self.desktop.run("xwininfo", "-id", window), "the window to come back")
-        self.assertNotIn("not found", self.desktop.run("xprop", "-id", window, "_NET_WM_ICON"))
-        # Nobody shows status items here, so the program could not be reached without its window.
-        self.key("ctrl+w")
-        self.assertEqual(self.manager.wait(60), 0)
-
     def test_is_all_there_for_assistive_programs(self):
-        self.create("Desk")
+        self.create_from(self.site.address, "Desk")
         self.start_manager()
         things = {(thing["role"], thing["name"]): thing for thing in self.things() if "showing" in thing["states"]}
         for role, name in (("heading", "App Inventory"), ("text", "Filter apps..."), ("push button", "More actions"),
                            ("push button", "Create App"), ("list", "Apps"), ("push button", "Desk")):
             self.assertIn((role, name), things)
-        self.assertIn(manager.HOST, things["push button", "Desk"]["description"])
+        self.assertIn(icon_site.HOST, things["push button", "Desk"]["description"])
         self.wrapio("edit", "Desk")
         self.find("text", "Website URL")
         things = {(thing["role"], thing["name"]) for thing in self.things() if "showing" in thing["states"]}
@@ -137,8 +81,4 @@ class DashboardTest(ManagerCase):
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--wrapio", required=True)
-    parser.add_argument("--pictures", type=pathlib.Path, required=True)
-    parser.add_argument("tests", nargs="*")
-    manager.main(parser.parse_args())
+    manager.main()

@@ -1,70 +1,21 @@
 """The manager on a private desktop, driven by pointer and keyboard; things are found as assistive programs find them."""
-import http.server
+import argparse
 import json
 import os
 import pathlib
 import socket
-import struct
 import subprocess
 import sys
-import threading
 import unittest
-import zlib
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "Runner"))
-from desktop import Desktop, wait_for  # noqa: E402
+from desktop import Desktop, Site, wait_for  # noqa: E402
 
 OPTIONS = None
-# An address of loopback that no other test serves on; local, so that it wants developer mode.
-HOST = "127.83.0.1"
 PATIENCE = 60
 # The interpreter that has the bindings of the accessibility interface, whichever runs the tests.
 INTERPRETER = "/usr/bin/python3"
-
-
-def picture_file(edge, color):
-    """A PNG of one colour."""
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-    rows = b"".join(b"\0" + bytes(color) * edge for _ in range(edge))
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", edge, edge, 8, 2, 0, 0, 0))
-            + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
-
-
-class IconSite:
-    """A site on the usual port, where icons are asked for; `address` is empty where that port may not be used."""
-
-    def __init__(self):
-        site = self
-        self.paths = []
-
-        class Handler(http.server.BaseHTTPRequestHandler):
-            def do_GET(self):
-                site.paths.append(self.path)
-                is_icon = self.path == "/apple-touch-icon.png"
-                data = picture_file(96, (200, 40, 40)) if is_icon else b"<!doctype html><title>Desk</title>Desk"
-                self.send_response(200 if is_icon or self.path == "/" else 404)
-                self.send_header("Content-Type", "image/png" if is_icon else "text/html")
-                self.send_header("Content-Length", str(len(data)))
-                self.end_headers()
-                self.wfile.write(data)
-
-            def log_message(self, *_):
-                pass
-
-        try:
-            self.server = http.server.ThreadingHTTPServer((HOST, 80), Handler)
-            self.address = f"http://{HOST}/"
-        except PermissionError:
-            self.server = http.server.ThreadingHTTPServer((HOST, 0), Handler)
-            self.address = f"http://{HOST}:{self.server.server_address[1]}/"
-        self.has_usual_port = self.server.server_address[1] == 80
-        threading.Thread(target=self.server.serve_forever, daemon=True).start()
-
-    def close(self):
-        self.server.shutdown()
-        self.server.server_close()
 
 
 class ManagerCase(unittest.TestCase):
@@ -93,6 +44,9 @@ class ManagerCase(unittest.TestCase):
 
     def start_manager(self):
         self.manager = self.desktop.start([OPTIONS.wrapio])
+        self.wait_for_dashboard()
+
+    def wait_for_dashboard(self):
         wait_for(self.window, "the dashboard's window", PATIENCE)
         self.find("heading", "App Inventory") if self.names() else self.find("heading", "Turn Websites into Apps")
 
@@ -109,6 +63,20 @@ class ManagerCase(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stderr.decode())
         return done.stdout.decode()
 
+    def create(self, *names):
+        """Makes apps of a site of this test."""
+        site = Site()
+        self.addCleanup(site.close)
+        site.page("/", "<!doctype html><title>Start</title>Start")
+        for name in names:
+            self.create_from(site.address("/"), name)
+
+    def create_from(self, address, name):
+        self.wrapio("create", address, "--name", name, "--dev", "--no-icon")
+
+    def bundle(self, name):
+        return self.desktop.root / "home/Applications/Wrapio Apps" / f"{name}.app"
+
     def apps(self):
         return json.loads(self.wrapio("list", "--json"))
 
@@ -116,7 +84,7 @@ class ManagerCase(unittest.TestCase):
         return [app["displayName"] for app in self.apps()]
 
     def end_apps(self):
-        self.desktop.end_apps("Desk", "Table")
+        self.desktop.end_apps("Desk", "Chair", "Table")
 
     # What is on the screen
 
@@ -163,10 +131,13 @@ class ManagerCase(unittest.TestCase):
     def type(self, text):
         self.desktop.run("xdotool", "type", "--delay", "15", text)
 
+    def wait_for_keyboard(self, role, name):
+        wait_for(lambda: "focused" in self.find(role, name)["states"], f"the keyboard at “{name}”", PATIENCE)
+
     def fill(self, label, text):
         """Replaces what the field holds."""
         self.click("text", label)
-        wait_for(lambda: "focused" in self.find("text", label)["states"], f"the keyboard in “{label}”", PATIENCE)
+        self.wait_for_keyboard("text", label)
         self.key("ctrl+a")
         self.type(text)
 
@@ -181,8 +152,11 @@ class ManagerCase(unittest.TestCase):
             return probe.getsockname()[1]
 
 
-def main(options):
+def main():
     """Runs the tests of the calling module."""
     global OPTIONS
-    OPTIONS = options
-    unittest.main(module="__main__", argv=[sys.argv[0], *options.tests])
+    parser = argparse.ArgumentParser()
+    for option in ("--wrapio", "--services", "--pictures"):
+        parser.add_argument(option, type=pathlib.Path, required=True)
+    OPTIONS, rest = parser.parse_known_args()
+    unittest.main(module="__main__", argv=[sys.argv[0], *rest])

@@ -1,7 +1,5 @@
 """Opens an app's site in the manager's own window, with the real engine and pages on loopback."""
-import argparse
 import pathlib
-import sys
 
 import manager
 from manager import ManagerCase, wait_for
@@ -117,8 +115,4 @@ class PagesTest(ManagerCase):
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--wrapio", required=True)
-    parser.add_argument("--pictures", type=pathlib.Path, required=True)
-    parser.add_argument("tests", nargs="*")
-    manager.main(parser.parse_args())
+    manager.main()
