@@ -1,5 +1,6 @@
 #include "WrapioAppWindows.h"
 
+#include "Platform/Linux/Machine.h"
 #include "Platform/Linux/X11Windows.h"
 #include "Views/Pages/PageEngine.h"
 
@@ -23,6 +24,8 @@ const QString dashboardTitle = u"Wrapio"_s;
 const QString dashboardIdentifier = u"main"_s;
 /// The picture of the program itself.
 const QString programIcon = u"wrapio"_s;
+/// As large as switchers of windows draw it; each program on the display keeps a copy.
+constexpr int windowIconWidth = 128;
 /// There once people have been told that the program goes on without its window.
 const QString toldKey = u"told_about_running_on"_s;
 
@@ -81,7 +84,8 @@ WindowedInterface::WindowedInterface(WrapioAppServices& services, const Catalogu
     QObject::connect(&m_dashboard, &DashboardWindow::opened, &m_dashboard, [&services] {
         if (const auto icon = services.platform.resources.image(programIcon);
             icon && QGuiApplication::windowIcon().isNull())
-            QGuiApplication::setWindowIcon(QPixmap::fromImage(*icon));
+            QGuiApplication::setWindowIcon(
+                QPixmap::fromImage(icon->scaledToWidth(windowIconWidth, Qt::SmoothTransformation)));
     });
     m_dashboard.setSiteOpener([this](const QUuid& app) { return m_browser.show(app); });
     QObject::connect(&m_dashboard, &DashboardWindow::closed, &m_dashboard, [this] { dashboardClosed(); });
@@ -128,6 +132,7 @@ void WindowedInterface::dashboardClosed() {
         m_application.terminate();
         return;
     }
+    giveBackReleasedMemory();
     UserDefaults& defaults = m_services.platform.defaults;
     if (defaults.data(toldKey) || !m_delegate.statusItem())
         return;

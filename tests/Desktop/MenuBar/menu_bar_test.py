@@ -11,31 +11,11 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "Runner"))
 from desktop import HEIGHT, WIDTH, Desktop, Site, wait_for  # noqa: E402
+from panel import prepare_panel, start_panel  # noqa: E402
 
 OPTIONS = None
 PANEL_ICON = (14, 14)
 RED, BLUE, GREEN = (192, 0, 0), (0, 0, 192), (0, 160, 0)
-
-PANEL_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
-<channel name="xfce4-panel" version="1.0">
-  <property name="configver" type="int" value="2"/>
-  <property name="panels" type="array">
-    <value type="int" value="1"/>
-    <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p=6;x=0;y=0"/>
-      <property name="position-locked" type="bool" value="true"/>
-      <property name="length" type="uint" value="100"/>
-      <property name="size" type="uint" value="28"/>
-      <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
-    </property>
-  </property>
-  <property name="plugins" type="empty">
-    <property name="plugin-1" type="string" value="systray">
-      <property name="square-icons" type="bool" value="true"/>
-    </property>
-  </property>
-</channel>
-"""
 
 # The page takes its colour from the site, again and again.
 PAGE = """<!doctype html><title>{name}</title><body style='background:rgb{color}'><script>
@@ -89,9 +69,7 @@ class MenuBarTest(unittest.TestCase):
         self.addCleanup(self.desktop.close)
         self.site = Site()
         self.addCleanup(self.site.close)
-        settings = self.desktop.root / "home/.config/xfce4/xfconf/xfce-perchannel-xml"
-        settings.mkdir(parents=True)
-        (settings / "xfce4-panel.xml").write_text(PANEL_SETTINGS)
+        prepare_panel(self.desktop)
         self.host = None
         self.addCleanup(self.end_apps)
 
@@ -109,7 +87,7 @@ class MenuBarTest(unittest.TestCase):
     # The desktop
 
     def start_host(self):
-        self.host = self.desktop.start(["xfce4-panel", "--disable-wm-check"])
+        self.host = start_panel(self.desktop)
 
     def wait_for_item(self):
         """Waits until the panel shows an icon at the place of the item."""
