@@ -1,5 +1,6 @@
 // The settings' window: the form of one app.
 import QtQuick
+import Wrapio.Components
 import Wrapio.Design
 import Wrapio.Views
 
@@ -16,10 +17,15 @@ Window {
     color: Colors.sheet
 
     ConfigurationView {
+        id: form
+
         anchors.fill: parent
         focus: true
         editor: root.editor
         onCancel: root.close()
+    }
+    KeyboardReturn {
+        content: form
     }
     Connections {
         target: root.editor

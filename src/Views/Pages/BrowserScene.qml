@@ -1,5 +1,6 @@
 // The window that shows an app's site as in a browser.
 import QtQuick
+import Wrapio.Components
 import Wrapio.Design
 import Wrapio.Pages
 
@@ -45,6 +46,9 @@ Window {
     PageDialog {
         alert: root.model.alert
         onAnswered: (button, text) => root.model.answerAlert(button, text)
+    }
+    KeyboardReturn {
+        content: view
     }
     Shortcut {
         sequences: ["Ctrl+R", StandardKey.Refresh]

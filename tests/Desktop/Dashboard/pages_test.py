@@ -81,7 +81,9 @@ class PagesTest(ManagerCase):
         self.assertEqual(self.site.seen("/pop"), [])
 
     def test_shows_dialogs_of_pages_and_gives_their_answers_back(self):
-        self.page("/", "Start", script="setTimeout(() => { document.title = 'Hello ' + prompt('Your name?', 'Ada') }, 50)")
+        self.page("/", "Start", script="""
+setTimeout(() => { document.title = 'Hello ' + prompt('Your name?', 'Ada') }, 50)
+onkeydown = event => { document.title = 'Key ' + event.key }""")
         self.open_site()
         field = self.find("text", "Your name?")
         self.picture("prompt")
@@ -89,8 +91,15 @@ class PagesTest(ManagerCase):
         self.assertTrue(field)
         self.key("ctrl+a")
         self.type("Grace")
-        self.click("push button", "OK")
+        self.key("Return")
         self.wait_for_title("Hello Grace")
+        # The page has the keyboard again.
+        self.wait_until_gone("text", "Your name?")
+
+        def heard():
+            self.key("k")
+            return self.window("Key k – Desk")
+        wait_for(heard, "the page to hear a key")
 
     def test_tells_of_a_page_that_cannot_be_loaded_and_loads_it_when_asked_again(self):
         port = self.free_port()
