@@ -1,5 +1,6 @@
 #include "WrapioAppWindows.h"
 
+#include "Design/Appearance.h"
 #include "Platform/Linux/Machine.h"
 #include "Platform/Linux/X11Windows.h"
 #include "Views/Pages/PageEngine.h"
@@ -73,6 +74,7 @@ WindowedInterface::WindowedInterface(WrapioAppServices& services, const Catalogu
     , m_browser({catalogue.store, services.platform.workspace, services.platform.scheduler},
                 [] { return loadPageEngine(QCoreApplication::applicationDirPath()); })
     , m_application(m_dashboard, std::move(quit))
+    , m_motion(&chooseReducedMotion)
     , m_panel(services.platform.resources, [] { return hasX11Compositor(); })
     , m_capture(services.platform.screen(), catalogue.lifecycle, services.platform.workspace)
     , m_preview({catalogue.lifecycle, m_capture, services.shared.previews, services.platform.files,
@@ -80,8 +82,9 @@ WindowedInterface::WindowedInterface(WrapioAppServices& services, const Catalogu
                 &m_panel)
     , m_delegate({m_bar, services.platform.resources, m_application, notifications,
                   [this]() -> MenuBarController& { return menuBarController(); }}) {
-    // Read when the first window opens: the program in the background shows none.
-    QObject::connect(&m_dashboard, &DashboardWindow::opened, &m_dashboard, [&services] {
+    // Asked for when the first window opens: the program in the background shows none.
+    QObject::connect(&m_dashboard, &DashboardWindow::opened, &m_dashboard, [this, &services] {
+        m_motion.follow();
         if (const auto icon = services.platform.resources.image(programIcon);
             icon && QGuiApplication::windowIcon().isNull())
             QGuiApplication::setWindowIcon(

@@ -3,6 +3,7 @@
 
 #include "AppDelegate.h"
 #include "Platform/Linux/LinuxModifierKeys.h"
+#include "Platform/Linux/LinuxMotion.h"
 #include "Platform/Linux/LinuxStatusHosts.h"
 #include "Session/ManagerInterface.h"
 #include "ViewModels/ArchiveExchange.h"
@@ -67,6 +68,7 @@ private:
     ManagerApplication m_application;
     LinuxStatusHosts m_hosts;
     LinuxModifierKeys m_keys;
+    LinuxMotion m_motion;
     TrayStatusBar m_bar{m_hosts};
     WidgetMenu m_menu;
     PreviewPanelWidget m_panel;

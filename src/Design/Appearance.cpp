@@ -29,6 +29,13 @@ QColor lightestBackground() {
     return blended(QColor::fromRgbF(1, 1, 1, 0.1F), windowBackground());
 }
 
+/// What every instance looks at: each engine has one of its own.
+constexpr const char* motionProperty = "wrapioReducedMotion";
+
+bool isMotionReduced() {
+    return qGuiApp->property(motionProperty).toBool();
+}
+
 QColor systemLabel(double opacity) {
     return legibleLabel(QGuiApplication::palette().color(QPalette::WindowText), opacity, lightestBackground());
 }
@@ -43,6 +50,7 @@ QString preferredFamily() {
 Appearance::Appearance(QObject* parent)
     : QObject(parent)
     , m_textScale(textScaleOf(QGuiApplication::font().pointSizeF()))
+    , m_reducedMotion(isMotionReduced())
     , m_fontFamily(preferredFamily())
     , m_codeFontFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family()) {
     qGuiApp->installEventFilter(this);
@@ -53,6 +61,9 @@ bool Appearance::eventFilter(QObject* watched, QEvent* event) {
         Q_EMIT labelsChanged();
     if (watched == qGuiApp && event->type() == QEvent::ApplicationFontChange)
         setTextScale(textScaleOf(QGuiApplication::font().pointSizeF()));
+    if (watched == qGuiApp && event->type() == QEvent::DynamicPropertyChange &&
+        static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == motionProperty)
+        setReducedMotion(isMotionReduced());
     return QObject::eventFilter(watched, event);
 }
 
@@ -81,6 +92,10 @@ QColor Appearance::secondaryLabel() const {
 
 QColor Appearance::tertiaryLabel() const {
     return systemLabel(tertiaryOpacity);
+}
+
+void chooseReducedMotion(bool reduced) {
+    qGuiApp->setProperty(motionProperty, reduced);
 }
 
 double textScaleOf(double pointSize) {

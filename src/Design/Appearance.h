@@ -7,7 +7,7 @@
 
 namespace wrapio {
 
-/// Follows the application's palette and font. Main thread.
+/// Follows the application's palette and font, and chooseReducedMotion(). Main thread.
 class Appearance : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -55,6 +55,9 @@ private:
     QString m_fontFamily;
     QString m_codeFontFamily;
 };
+
+/// Says for the whole program, now and later, whether motion is to be reduced.
+void chooseReducedMotion(bool reduced);
 
 /// The text scale that `pointSize` of the desktop's font stands for.
 [[nodiscard]] double textScaleOf(double pointSize);

@@ -138,4 +138,42 @@ TestCase {
         compare(item.x, 100);
         Appearance.reducedMotion = false;
     }
+
+    Component {
+        id: fader
+
+        Rectangle {
+            id: faded
+
+            property alias running: animator.running
+            property alias duration: animator.duration
+
+            opacity: 0
+
+            FadeAnimator {
+                id: animator
+
+                target: faded
+                property: "opacity"
+                to: 1
+            }
+        }
+    }
+
+    function test_fades_take_their_time() {
+        const item = createTemporaryObject(fader, root);
+        compare(item.duration, Animations.fade);
+        item.running = true;
+        compare(item.opacity, 0);
+        tryCompare(item, "running", false);
+        compare(item.opacity, 1);
+    }
+
+    function test_nothing_fades_where_motion_is_reduced() {
+        Appearance.reducedMotion = true;
+        const item = createTemporaryObject(fader, root);
+        item.running = true;
+        compare(item.opacity, 1);
+        Appearance.reducedMotion = false;
+    }
 }
