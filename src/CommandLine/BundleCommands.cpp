@@ -52,6 +52,8 @@ void updateNext(const Task& task, const std::shared_ptr<UpdateRun>& run) {
     if (const auto app = run->catalogue.store.find(id)) {
         task->console.progress(u"[%1/%2] %3"_s.arg(run->next).arg(run->apps.size()).arg(printable(app->displayName())));
         endRunningApp(task, run->catalogue, *app, [task, run, id] {
+            if (run->next < run->apps.size())
+                run->catalogue.lifecycle.prepareGeneration(run->apps[run->next]);
             updateOne(*run, id);
             task->services.scheduler.async([task, run] { updateNext(task, run); });
         });

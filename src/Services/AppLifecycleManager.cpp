@@ -137,6 +137,10 @@ tl::expected<void, AnyError> AppLifecycleManager::generate(const AppConfiguratio
     return {};
 }
 
+void AppLifecycleManager::prepareGeneration(const AppConfiguration& config) {
+    m_generator.prepare(config);
+}
+
 tl::expected<void, AnyError> AppLifecycleManager::removeOldBundle(const AppConfiguration& config) {
     const QString bundleURL = getBundleURL(config);
     if (!m_files.exists(bundleURL))

@@ -66,6 +66,8 @@ public:
     /// Makes the app's bundle, over the old one, and records the template's version in the catalogue. Blocks. Fails
     /// with a FileError or whatever the generator fails with.
     [[nodiscard]] tl::expected<void, AnyError> generate(const AppConfiguration& config);
+    /// For runs over many apps: starts what is slow about the one that is generated after the present one.
+    void prepareGeneration(const AppConfiguration& config);
     /// Asks the app to take over a browser's session. Fails as generate() and launch() do.
     [[nodiscard]] tl::expected<void, AnyError> openImportSession(const AppConfiguration& config,
                                                                  const std::optional<QString>& source);

@@ -120,6 +120,11 @@ tl::expected<QString, AnyError> BundleGenerator::generate(const AppConfiguration
     return destination;
 }
 
+void BundleGenerator::prepare(const AppConfiguration& app) {
+    if (const auto icon = m_favicons.peekSavedIcon(app.id))
+        m_icons.prepare(*icon);
+}
+
 tl::expected<void, AnyError> BundleGenerator::personalise(const AppConfiguration& app, const QString& bundleURL) {
     return writeInfoPlist(app, bundleURL)
         .and_then([&] { return writeConfig(app, bundleURL); })

@@ -85,7 +85,7 @@ struct SerializationError {
 /// bundle is made from, never the record's own. Nothing when the app has no address or a number has no JSON form.
 [[nodiscard]] std::optional<Json> runnerConfiguration(const AppConfiguration& app, const QString& runnerVersion);
 
-/// Keeps no state between calls. Two generations into one destination at once are not guarded against.
+/// Two generations into one destination at once are not guarded against.
 class BundleGenerator {
 public:
     BundleGenerator(ToolRunner& tools, FileSystem& files, const Resources& resources, FaviconService& favicons,
@@ -95,6 +95,8 @@ public:
     /// it is copied, personalised, signed and registered. Fails with a GeneratorError, CodeSigningError,
     /// SerializationError, IconServiceError, FileError or LaunchError; a half-made bundle is removed then.
     [[nodiscard]] tl::expected<QString, AnyError> generate(const AppConfiguration& app, const QString& directory);
+    /// Starts what is slow about an app that is generated next, on another thread: the pictures of its icon.
+    void prepare(const AppConfiguration& app);
 
 private:
     [[nodiscard]] tl::expected<void, AnyError> personalise(const AppConfiguration& app, const QString& bundleURL);

@@ -46,7 +46,7 @@ tl::expected<bool, AnyError> CollectionImport::step() {
         return true;
     }
     if (m_progress.stage == ImportProgress::Stage::generatingApps)
-        generate(m_records[m_progress.done++].configuration.id);
+        generateNext();
     else if (m_progress.done < m_progress.total)
         readIcon(m_records[m_progress.done++]);
     else
@@ -111,6 +111,13 @@ void CollectionImport::addToStore() {
     m_system.store.appendApps(added);
     m_outcome.imported = added.size();
     m_progress = {ImportProgress::Stage::generatingApps, 0, added.size()};
+}
+
+void CollectionImport::generateNext() {
+    const QUuid id = m_records[m_progress.done++].configuration.id;
+    if (m_progress.done < m_progress.total)
+        m_system.lifecycle.prepareGeneration(m_records[m_progress.done].configuration);
+    generate(id);
 }
 
 void CollectionImport::generate(const QUuid& id) {

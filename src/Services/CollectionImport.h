@@ -77,6 +77,7 @@ private:
     [[nodiscard]] tl::expected<std::vector<AppConfiguration>, AnyError> readConfigurations() const;
     void readIcon(const Record& record);
     void addToStore();
+    void generateNext();
     void generate(const QUuid& id);
     [[nodiscard]] bool hasMore() const;
 

@@ -145,6 +145,11 @@ std::optional<QImage> FaviconService::loadSavedIcon(const QUuid& id) {
     return image;
 }
 
+std::optional<QImage> FaviconService::peekSavedIcon(const QUuid& id) const {
+    const auto path = getIconPath(id);
+    return path && m_files.exists(*path) ? imageAt(m_files, *path) : std::nullopt;
+}
+
 bool FaviconService::hasSavedIcon(const QUuid& id) const {
     const auto path = getIconPath(id);
     return path && (m_files.exists(*path) || m_files.exists(legacyIconPath(m_directories)));

@@ -36,6 +36,8 @@ public:
     std::optional<QString> saveIcon(const QImage& image, const QUuid& id);
     /// An app's saved icon. An icon of the older layout goes to the first app that asks.
     [[nodiscard]] std::optional<QImage> loadSavedIcon(const QUuid& id);
+    /// The same without a side effect: an icon of the older layout stays where it is, and is not answered.
+    [[nodiscard]] std::optional<QImage> peekSavedIcon(const QUuid& id) const;
     /// Whether loadSavedIcon() has something to read; whether that is an image is not looked at.
     [[nodiscard]] bool hasSavedIcon(const QUuid& id) const;
     /// Removes an app's saved icon, if there is one.

@@ -4,12 +4,6 @@
 #include "Platform/Imaging.h"
 #include "Services/ToolOutput.h"
 
-#include <algorithm>
-#include <atomic>
-#include <functional>
-#include <map>
-#include <system_error>
-#include <thread>
 #include <type_traits>
 
 namespace wrapio {
@@ -22,41 +16,6 @@ const QString iconutil = u"/usr/bin/iconutil"_s;
 
 QString fileName(int size, int scale) {
     return u"icon_%1x%1%2.png"_s.arg(QString::number(size), scale == 2 ? u"@2x"_s : u""_s);
-}
-
-/// PNG bytes of `image` stretched to a square.
-std::optional<QByteArray> resize(const QImage& image, int edge) {
-    const auto drawn = drawnAtSize(image, edge, edge);
-    return drawn ? encodePng(*drawn) : std::nullopt;
-}
-
-/// Calls `work` with every number below `count`, here and on a second thread if there is one to be had.
-void forEachConcurrently(std::size_t count, const std::function<void(std::size_t)>& work) {
-    std::atomic<std::size_t> next = 0;
-    const auto drain = [&] {
-        for (std::size_t i = next++; i < count; i = next++)
-            work(i);
-    };
-    std::jthread helper;
-    try {
-        helper = std::jthread(drain);
-    } catch (const std::system_error&) {
-        // No thread to be had: everything happens on this one.
-    }
-    drain();
-}
-
-/// The picture at each pixel edge that the icon set needs. Half of the ten files share their edge with another one, and
-/// the largest takes longer than all others together, so it comes first.
-std::map<int, std::optional<QByteArray>> resizedOnce(const QImage& image, const std::vector<int>& edges) {
-    std::map<int, std::optional<QByteArray>, std::greater<>> pictures;
-    for (const int edge : edges)
-        pictures[edge];
-    std::vector<std::pair<const int, std::optional<QByteArray>>*> tasks;
-    for (auto& picture : pictures)
-        tasks.push_back(&picture);
-    forEachConcurrently(tasks.size(), [&](std::size_t i) { tasks[i]->second = resize(image, tasks[i]->first); });
-    return {pictures.begin(), pictures.end()};
 }
 
 }  // namespace
@@ -105,11 +64,21 @@ tl::expected<QString, AnyError> IconService::convertImageToIcns(const QImage& im
     return tl::unexpected(AnyError(IconServiceError::iconutilFailed(text)));
 }
 
-tl::expected<void, AnyError> IconService::writeIconset(const QImage& image, const QString& iconset) {
+void IconService::prepare(const QImage& image) {
+    m_prepared.prepare(image, edges());
+}
+
+/// Half of the files share their edge with another one.
+std::vector<int> IconService::edges() const {
     std::vector<int> edges;
     for (const auto& [size, scale] : iconSizes)
         edges.push_back(size * scale);
-    const auto pictures = resizedOnce(image, edges);
+    return edges;
+}
+
+tl::expected<void, AnyError> IconService::writeIconset(const QImage& image, const QString& iconset) {
+    auto prepared = m_prepared.take(image);
+    const IconPictures pictures = prepared ? std::move(*prepared) : drawIconPictures(image, edges());
     for (const auto& [size, scale] : iconSizes) {
         const auto& png = pictures.at(size * scale);
         if (!png)

@@ -4,6 +4,7 @@
 #include "Platform/AnyError.h"
 #include "Platform/FileSystem.h"
 #include "Platform/ToolRunner.h"
+#include "Services/IconPictures.h"
 #include "Utilities/SharedInstance.h"
 
 #include <QByteArray>
@@ -58,7 +59,11 @@ public:
     [[nodiscard]] tl::expected<QString, AnyError> convertImageToIcns(const QImage& image,
                                                                      const QString& workingDirectory);
 
+    /// Starts to draw a picture that is about to be converted, so that the conversion finds its pictures made.
+    void prepare(const QImage& image);
+
 private:
+    [[nodiscard]] std::vector<int> edges() const;
     [[nodiscard]] tl::expected<void, AnyError> writeIconset(const QImage& image, const QString& iconset);
     /// Moves the tool's result to its place and removes the scratch folder.
     [[nodiscard]] tl::expected<QString, AnyError> takeResult(const QString& scratch, const QString& made,
@@ -69,6 +74,7 @@ private:
                                                   {128, 2}, {256, 1}, {256, 2}, {512, 1}, {512, 2}};
     ToolRunner& m_tools;
     FileSystem& m_files;
+    PreparedIconPictures m_prepared;
 };
 
 }  // namespace wrapio

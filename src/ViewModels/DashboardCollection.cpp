@@ -35,6 +35,7 @@ void DashboardViewModel::updateNext() {
     // As it is now: since the run began, it may have been edited or removed.
     const auto config = m_services.configManager.find(m_updateQueue.front());
     m_updateQueue.pop_front();
+    prepareNextUpdate();
     if (config) {
         if (const auto generated = m_services.appLifecycleManager.generate(*config); !generated)
             printDiagnostics(u"Failed to update "_s + config->displayName() + u": "_s +
@@ -47,6 +48,12 @@ void DashboardViewModel::updateNext() {
         if (self)
             self->updateNext();
     });
+}
+
+void DashboardViewModel::prepareNextUpdate() {
+    const auto next = m_updateQueue.empty() ? std::nullopt : m_services.configManager.find(m_updateQueue.front());
+    if (next)
+        m_services.appLifecycleManager.prepareGeneration(*next);
 }
 
 void DashboardViewModel::endUpdatingAll() {

@@ -192,6 +192,7 @@ private:
     [[nodiscard]] tl::expected<void, AnyError> generateAndLaunch(const AppConfiguration& config);
     void startWhatHasEnded();
     void updateNext();
+    void prepareNextUpdate();
     void endUpdatingAll();
     void finishExport(const tl::expected<std::optional<QString>, AnyError>& result);
     void finishImport(const tl::expected<int, AnyError>& result);

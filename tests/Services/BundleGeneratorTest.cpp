@@ -304,6 +304,23 @@ TEST_F(BundleGeneratorTest, PutsTheSavedIconIntoTheBundle) {
     EXPECT_TRUE(lines[2].startsWith(u"lsregister "_s));
 }
 
+TEST_F(BundleGeneratorTest, TakesTheIconAsItIsEvenWhenAnotherOneWasPrepared) {
+    QColor colorOfTheIcon;
+    tools.answer(iconutil, [&](const QStringList& arguments) -> tl::expected<ToolResult, LaunchError> {
+        colorOfTheIcon = QImage(arguments.at(2) + u"/icon_16x16.png"_s).pixelColor(8, 8);
+        EXPECT_TRUE(temporary.write(arguments.at(4), "icns"));
+        return ToolResult{};
+    });
+    ASSERT_TRUE(favicons.saveIcon(plainImage(64, 64, Qt::red), app.id));
+    generator.prepare(app);
+    ASSERT_TRUE(generator.generate(app, target));
+    EXPECT_EQ(colorOfTheIcon, QColor(Qt::red));
+    generator.prepare(app);
+    ASSERT_TRUE(favicons.saveIcon(plainImage(64, 64, Qt::blue), app.id));
+    ASSERT_TRUE(generator.generate(app, target));
+    EXPECT_EQ(colorOfTheIcon, QColor(Qt::blue));
+}
+
 TEST_F(BundleGeneratorTest, KeepsTheTemplatesIconWithoutASavedOneAndSaysNothing) {
     ASSERT_TRUE(temporary.createDirectories(*directories.applicationSupport + u"/Wrapio"_s));
     ASSERT_TRUE(

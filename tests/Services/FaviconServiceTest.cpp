@@ -228,6 +228,14 @@ TEST_F(FaviconServiceTest, ALegacyIconGoesToTheFirstWhoAsks) {
     EXPECT_TRUE(favicons.loadSavedIcon(id));
 }
 
+TEST_F(FaviconServiceTest, APeekLeavesALegacyIconWhereItIs) {
+    putLegacyFile(png(64, 64));
+    EXPECT_FALSE(favicons.peekSavedIcon(id));
+    EXPECT_TRUE(temporary.exists(legacyFile()));
+    ASSERT_TRUE(favicons.saveIcon(plainImage(20, 20), id));
+    EXPECT_EQ(favicons.peekSavedIcon(id).value_or(QImage()).size(), QSize(20, 20));
+}
+
 TEST_F(FaviconServiceTest, ALegacyIconThatCannotBeReadStays) {
     putLegacyFile("broken");
     EXPECT_FALSE(favicons.loadSavedIcon(id));
