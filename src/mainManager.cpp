@@ -21,8 +21,8 @@ void choosePlatform() {
     qputenv("QT_QPA_PLATFORM", platforms);
 }
 
-/// Where the processor draws in any case, it need not play a graphics card: that takes twice the time and three times
-/// the memory. A choice that somebody made stands.
+/// Where the processor draws in any case, it need not play a graphics card: that takes twice the memory, is no faster,
+/// and most of it stays once the windows are closed. A choice that somebody made stands.
 void chooseRenderer() {
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND") && !qEnvironmentVariableIsSet("QSG_RHI_BACKEND") &&
         !wrapio::hasRenderNode())
