@@ -20,6 +20,12 @@ void GradientRectangle::paint(QPainter* painter) {
     painter->setPen(Qt::NoPen);
     painter->setBrush(gradient);
     painter->drawRoundedRect(area, m_radius, m_radius);
+    if (m_borderWidth <= 0)
+        return;
+    const double inset = m_borderWidth / 2;
+    painter->setPen(QPen(m_borderColor, m_borderWidth));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), m_radius - inset, m_radius - inset);
 }
 
 }  // namespace wrapio

@@ -104,9 +104,52 @@ Item {
         signalName: "toggled"
     }
 
+    // As a card does under the pointer.
+    Item {
+        id: risen
+
+        y: 300
+        width: 200
+        height: 176
+        scale: 1.01
+
+        AppTile {
+            id: risenTile
+
+            x: 64
+            y: 24
+        }
+        IconButton {
+            id: risenButton
+
+            x: 4
+            y: 120
+            symbol: "trash.fill"
+            text: "Delete"
+        }
+    }
+
     TestCase {
         name: "Surfaces"
         when: windowShown
+
+        function test_shows_no_seams_in_what_rises_with_a_card_data() {
+            return [{ tag: "tile", item: risenTile }, { tag: "button", item: risenButton }];
+        }
+
+        function test_shows_no_seams_in_what_rises_with_a_card(data) {
+            waitForRendering(root, 1000);
+            const picture = grabImage(root);
+            // Down along the left side: off the symbol or the letter, and past where the corners are rounded.
+            const top = data.item.mapToItem(root, 6, 0);
+            const bottom = data.item.mapToItem(root, 6, data.item.height);
+            const shown = [];
+            for (let y = Math.round(top.y) + 6; y < Math.round(bottom.y) - 6; ++y)
+                shown.push(picture.pixel(Math.round(top.x), y).toString());
+            verify(shown.length > 8, shown.length);
+            for (const each of shown)
+                compare(each, shown[0]);
+        }
 
         function init() {
             Appearance.reducedMotion = true;

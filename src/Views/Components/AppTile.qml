@@ -15,11 +15,13 @@ Item {
     implicitHeight: edge
     Accessible.ignored: true
 
-    Rectangle {
+    // It is scaled with the card that it lies on.
+    GradientRectangle {
         anchors.fill: parent
         visible: root.isDrawn
         radius: root.rounding
-        color: tools.tile
+        from: tools.tile
+        to: tools.tile
 
         Text {
             anchors.centerIn: parent

@@ -25,11 +25,15 @@ PressableButtonStyle {
             color: root.hovered || root.visualFocus ? root.inkHover : root.ink
         }
     }
-    background: Rectangle {
+    // It is scaled with the card that it lies on.
+    background: GradientRectangle {
+        readonly property color fill: root.hovered ? Colors.controlHover : root.filled ? Colors.control : Colors.clear
+
         radius: Math.min(Metrics.controlRadius, root.edge / 2)
-        color: root.hovered ? Colors.controlHover : root.filled ? Colors.control : Colors.clear
-        border.width: root.filled ? Metrics.hair : 0
-        border.color: Colors.hairline
+        from: fill
+        to: fill
+        borderWidth: root.filled ? Metrics.hair : 0
+        borderColor: Colors.hairline
 
         FocusRing {
             shown: root.visualFocus
