@@ -53,10 +53,11 @@ AppWindow::AppWindow(GtkApplication* application, const Bundle& bundle, const Pr
     , m_downloads(m_content.session(), [this](const std::string& address) { m_programs.open(address); })
     , m_popups(m_window, m_content, m_programs, bundle.config.isDevMode,
                [this](WebKitWebView* view) { attachShared(view); })
+    , m_loader(m_view)
     , m_guard(
-          m_view, policyOf(bundle.config), [this](const std::string& address) { handOff(address); },
+          m_loader, policyOf(bundle.config), [this](const std::string& address) { handOff(address); },
           [this] { return m_popups.open(m_view, m_guard.policy()); })
-    , m_troubles(m_page, bundle.config.isDevMode)
+    , m_troubles(m_page, m_loader, bundle.config.isDevMode)
     , m_import(m_window, m_content.session(), bundle.config, paths.cache, [this] { m_troubles.reload(); })
     , m_badge(bundle.config.badgeEnabled)
     , m_launcherBadge(busOf(application), bundle.info.desktopId)

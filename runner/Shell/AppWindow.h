@@ -95,6 +95,7 @@ private:
     DefaultPrograms m_programs;
     Downloads m_downloads;
     Popups m_popups;
+    PageLoader m_loader;
     NavigationGuard m_guard;
     LoadTroubles m_troubles;
     SessionImport m_import;

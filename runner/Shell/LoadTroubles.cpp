@@ -46,8 +46,9 @@ bool isOnItsWay(WebKitWebView* view, const std::string& address) {
 
 }  // namespace
 
-LoadTroubles::LoadTroubles(PageArea& page, bool isDevMode)
+LoadTroubles::LoadTroubles(PageArea& page, PageLoader& loader, bool isDevMode)
     : m_page(page)
+    , m_loader(loader)
     , m_view(page.view())
     , m_isDevMode(isDevMode) {
     g_signal_connect(m_view, "load-changed", G_CALLBACK(&LoadTroubles::loadChanged), this);
@@ -68,11 +69,9 @@ LoadTroubles::~LoadTroubles() {
 
 void LoadTroubles::reload(bool withoutCache) {
     if (!m_failedAddress.empty())
-        webkit_web_view_load_uri(m_view, m_failedAddress.c_str());
-    else if (withoutCache)
-        webkit_web_view_reload_bypass_cache(m_view);
+        m_loader.load(m_failedAddress);
     else
-        webkit_web_view_reload(m_view);
+        m_loader.reload(withoutCache);
 }
 
 void LoadTroubles::showInstead(const Message& message, const std::string& address) {
@@ -121,14 +120,14 @@ void LoadTroubles::askForTrust(const std::string& host, GTlsCertificate* certifi
 }
 
 void LoadTroubles::processEnded() {
-    const std::string address = orEmpty(webkit_web_view_get_uri(m_view));
+    const std::string address = m_loader.takeWanted();
     const auto now = std::chrono::steady_clock::now();
     // The engine would go back to the page before, for which nobody has asked.
     if (isOnItsWay(m_view, address) && m_lostRequests.allow(now))
-        return webkit_web_view_load_uri(m_view, address.c_str());
+        return m_loader.load(address);
     if (m_crashes.allow(now)) {
         reportLine("“" + displayText(address, 200) + "” stopped working and is loaded again");
-        return webkit_web_view_reload(m_view);
+        return m_loader.reload();
     }
     showInstead(
         {"This page stopped working", "It was loaded again and stopped once more. The rest of the app is fine."},

@@ -4,6 +4,7 @@
 #include "RunnerCore/LoadTrouble.h"
 #include "RunnerCore/RateLimiter.h"
 #include "Shell/PageArea.h"
+#include "Shell/PageLoader.h"
 #include "Shell/RecoveryProbe.h"
 
 #include <webkit/webkit.h>
@@ -16,7 +17,7 @@ namespace wrapio {
 /// that can help, and never runs in circles.
 class LoadTroubles {
 public:
-    LoadTroubles(PageArea& page, bool isDevMode);
+    LoadTroubles(PageArea& page, PageLoader& loader, bool isDevMode);
     ~LoadTroubles();
     LoadTroubles(const LoadTroubles&) = delete;
     LoadTroubles& operator=(const LoadTroubles&) = delete;
@@ -43,6 +44,7 @@ private:
                               GTlsCertificateFlags flags, LoadTroubles* self);
 
     PageArea& m_page;
+    PageLoader& m_loader;
     WebKitWebView* m_view;
     bool m_isDevMode;
     bool m_hasShownPage = false;

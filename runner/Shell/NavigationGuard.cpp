@@ -50,14 +50,15 @@ NavigationPolicy policyOf(const RunnerConfig& config) {
     return {engineHost(config.host), std::move(allowed), config.isDevMode};
 }
 
-NavigationGuard::NavigationGuard(WebKitWebView* view, NavigationPolicy policy, HandOff handOff, PopupMaker makePopup)
-    : m_view(view)
+NavigationGuard::NavigationGuard(PageLoader& loader, NavigationPolicy policy, HandOff handOff, PopupMaker makePopup)
+    : m_loader(loader)
+    , m_view(loader.view())
     , m_policy(std::move(policy))
     , m_handOff(std::move(handOff))
     , m_makePopup(std::move(makePopup)) {
-    g_signal_connect(view, "decide-policy", G_CALLBACK(&NavigationGuard::decidePolicy), this);
+    g_signal_connect(m_view, "decide-policy", G_CALLBACK(&NavigationGuard::decidePolicy), this);
     connect(
-        view, "create",
+        m_view, "create",
         [](WebKitWebView*, WebKitNavigationAction*, NavigationGuard* self) -> GtkWidget* {
             return GTK_WIDGET(self->m_makePopup());
         },
@@ -70,12 +71,12 @@ NavigationGuard::~NavigationGuard() {
 
 void NavigationGuard::loadStart(const std::string& address) {
     m_isStarting = true;
-    webkit_web_view_load_uri(m_view, address.c_str());
+    m_loader.load(address);
 }
 
 void NavigationGuard::loadRequested(const std::string& address) {
     m_isStarting = false;
-    webkit_web_view_load_uri(m_view, address.c_str());
+    m_loader.load(address);
 }
 
 gboolean NavigationGuard::decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
@@ -97,6 +98,7 @@ gboolean NavigationGuard::decideNavigation(WebKitPolicyDecision* decision) {
     if (verdict == Verdict::Inside)
         return FALSE;
     webkit_policy_decision_ignore(decision);
+    m_loader.requestStopped();
     leave(request.address, verdict);
     return TRUE;
 }
@@ -112,7 +114,7 @@ gboolean NavigationGuard::decideNewWindow(WebKitPolicyDecision* decision) {
     const Verdict verdict = m_policy.decideNewWindow(request.address, request.cause);
     // One window per app: a link to the site opens in it.
     if (verdict == Verdict::Inside)
-        webkit_web_view_load_uri(m_view, request.address.c_str());
+        m_loader.load(request.address);
     else
         leave(request.address, verdict);
     return TRUE;

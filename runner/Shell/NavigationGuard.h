@@ -3,6 +3,7 @@
 
 #include "RunnerCore/NavigationPolicy.h"
 #include "RunnerCore/RunnerConfig.h"
+#include "Shell/PageLoader.h"
 
 #include <webkit/webkit.h>
 
@@ -14,14 +15,14 @@ namespace wrapio {
 /// The policy of the app that `config` describes, with hosts in the form that the engine uses.
 [[nodiscard]] NavigationPolicy policyOf(const RunnerConfig& config);
 
-/// Lives on the main thread, no longer than the view.
+/// Lives on the main thread, no longer than the loader.
 class NavigationGuard {
 public:
     using HandOff = std::function<void(const std::string& address)>;
     using PopupMaker = std::function<WebKitWebView*()>;
 
     /// `handOff` gets each address that leaves the app; `makePopup` makes the view for a window that a page opens.
-    NavigationGuard(WebKitWebView* view, NavigationPolicy policy, HandOff handOff, PopupMaker makePopup);
+    NavigationGuard(PageLoader& loader, NavigationPolicy policy, HandOff handOff, PopupMaker makePopup);
     ~NavigationGuard();
     NavigationGuard(const NavigationGuard&) = delete;
     NavigationGuard& operator=(const NavigationGuard&) = delete;
@@ -46,6 +47,7 @@ private:
     [[nodiscard]] gboolean decideResponse(WebKitPolicyDecision* decision);
     void leave(const std::string& address, Verdict verdict);
 
+    PageLoader& m_loader;
     WebKitWebView* m_view;
     NavigationPolicy m_policy;
     HandOff m_handOff;

@@ -33,9 +33,10 @@ PopupWindow::PopupWindow(GtkWindow* parent, WindowSize openerSize, ObjectPtr<Web
     , m_view(std::move(view))
     , m_hooks(std::move(hooks))
     , m_page(m_view.get())
+    , m_loader(m_view.get())
     , m_guard(
-          m_view.get(), policy, [this](const std::string& address) { handOff(address); }, m_hooks.makePopup)
-    , m_troubles(m_page, isDevMode)
+          m_loader, policy, [this](const std::string& address) { handOff(address); }, m_hooks.makePopup)
+    , m_troubles(m_page, m_loader, isDevMode)
     , m_window(GTK_WINDOW(gtk_window_new())) {
     buildWindow(parent);
     connect(

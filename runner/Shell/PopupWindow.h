@@ -48,6 +48,7 @@ private:
     ObjectPtr<WebKitWebView> m_view;
     Hooks m_hooks;
     PageArea m_page;
+    PageLoader m_loader;
     NavigationGuard m_guard;
     LoadTroubles m_troubles;
     GtkWindow* m_window;

@@ -2,7 +2,7 @@
 import os
 import signal
 
-from desktop import Site, wait_for
+from desktop import PATIENCE, Site, wait_for
 from processes import children_of
 from runner_case import GREEN, GREEN_PAGE, RED, RunnerCase, coloured, main
 from tls import TlsSite
@@ -62,6 +62,30 @@ class Troubles(RunnerCase):
                 os.kill(process, signal.SIGKILL)
             self.assertEqual(app.again(self.site.address(path)), 0)
             wait_for(lambda: self.site.seen(f"{path}-is-there"), "the page that was asked for")
+        app.wait_for_pixel(RED)
+
+    def test_last_of_two_requests_is_shown_while_a_process_starts_for_the_first(self):
+        app = self.app().start()
+        app.wait_for_pixel(GREEN)
+        self.site.page("/last", coloured("#c00000"))
+        for process in self.page_process(app):
+            os.kill(process, signal.SIGKILL)
+        requests = [self.desktop.start([app.program, self.site.address(path)]) for path in ("/first", "/first")]
+        self.assertEqual([request.wait(PATIENCE) for request in requests], [0, 0])
+        self.assertEqual(app.again(self.site.address("/last")), 0)
+        app.wait_for_pixel(RED)
+
+    def test_process_that_never_gets_going_is_replaced(self):
+        app = self.app().start()
+        app.wait_for_pixel(GREEN)
+        before = self.page_process(app)
+        self.site.page("/asked", coloured("#c00000"))
+        for process in before:
+            os.kill(process, signal.SIGKILL)
+        stuck = wait_for(lambda: set(self.page_process(app)) - set(before), "the process for the page")
+        for process in stuck:
+            os.kill(process, signal.SIGSTOP)
+        self.assertEqual(app.again(self.site.address("/asked")), 0)
         app.wait_for_pixel(RED)
 
     def tls_site(self, **options):
