@@ -10,7 +10,7 @@ class CardsTest(ManagerCase):
 
     def shown(self):
         return [thing for thing in self.things() if "127.0.0.1" in thing["description"] and thing["role"] == "push button"
-                and "showing" in thing["states"]]
+                and "showing" in thing["states"] and thing["area"]]
 
     def cards(self):
         """The names of the cards, as one reads them: row by row."""
